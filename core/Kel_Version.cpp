@@ -1,0 +1,6 @@
+#include "Kel_Version.h"
+
+const char* Kel_Version()
+{
+    return "0.1.0";
+}

@@ -1,0 +1,48 @@
+#ifndef KEL_TEST_SUPPORT_H
+#define KEL_TEST_SUPPORT_H
+
+#include <QString>
+#include <QStringList>
+#include <QtGlobal>
+#include <functional>
+#include <ostream>
+
+// Collects the debug and warning messages written while it lives, so tests
+// can check the exact texts that parsers and services report.
+class DebugMessageCollector
+{
+public:
+    DebugMessageCollector();
+    ~DebugMessageCollector();
+    DebugMessageCollector(const DebugMessageCollector&) = delete;
+    DebugMessageCollector& operator=(const DebugMessageCollector&) = delete;
+
+    const QStringList& messages() const { return mMessages; }
+    bool contains(const QString& text) const { return mMessages.contains(text); }
+    void clear() { mMessages.clear(); }
+
+private:
+    static void handler(QtMsgType type, const QMessageLogContext& context, const QString& message);
+    static DebugMessageCollector* sCurrent;
+    QStringList mMessages;
+    QtMessageHandler mPrevious;
+};
+
+// Runs the event loop until condition holds or timeoutMs pass; answers the
+// condition's last value.
+bool waitFor(const std::function<bool()>& condition, int timeoutMs = 2000);
+
+// Readable QString values in GoogleTest failure messages.
+inline void PrintTo(const QString& s, std::ostream* os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& l, std::ostream* os)
+{
+    *os << '[' << l.join(QStringLiteral(", ")).toStdString() << ']';
+}
+
+// The folder that holds the test fixtures (tests/data).
+QString testDataDir();
+
+#endif
