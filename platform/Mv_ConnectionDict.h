@@ -1,0 +1,63 @@
+#ifndef MV_CONNECTIONDICT_H
+#define MV_CONNECTIONDICT_H
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+class Mv_ListenerBase;
+class Mv_MessageInterface;
+class Mv_ModelBase;
+struct Mv_DictEntry;
+
+// The table of published models by name, and of the listeners that wait for
+// or are attached to each name. Models publish themselves here
+// (Mv_ModelBase::Publish); listeners find them through connect(). A
+// listener may connect before its model is published: it attaches when the
+// model appears and detaches when the model is unpublished or destroyed,
+// with a connected-changed notification each time.
+//
+// Names are plain texts; ".", ":", "[" and "]" are ordinary characters of
+// names, except that a name ending in "[index]" addresses one element of the
+// array model published under the part before the brackets (see
+// Mv_ListenerBase).
+class Mv_ConnectionDict
+{
+public:
+    Mv_ConnectionDict();
+    // Detaches every listener and unpublishes every model still here.
+    ~Mv_ConnectionDict();
+    Mv_ConnectionDict(const Mv_ConnectionDict&) = delete;
+    Mv_ConnectionDict& operator=(const Mv_ConnectionDict&) = delete;
+
+    // The process-wide dictionary. It is never destroyed, so models and
+    // listeners that outlive main() stay safe.
+    static Mv_ConnectionDict* Singleton();
+
+    // The model published under name, or null.
+    Mv_ModelBase* lookup(const QString& name) const;
+    bool isPublished(const QString& name) const { return lookup(name) != nullptr; }
+    QStringList publishedNames() const;
+    int modelCount() const { return mModelCount; }
+    // Listeners waiting for, or attached to, name.
+    int listenerCount(const QString& name) const;
+
+private:
+    friend class Mv_ListenerBase;
+    friend class Mv_ModelBase;
+
+    Mv_DictEntry* acquire(const QString& name);
+    void releaseIfUnused(Mv_DictEntry* entry);
+    void link(Mv_DictEntry* entry, Mv_ListenerBase* listener);
+    void unlink(Mv_ListenerBase* listener);
+    bool attachModel(Mv_DictEntry* entry, Mv_ModelBase* model);
+    void detachModel(Mv_DictEntry* entry);
+    void deliver(Mv_DictEntry* entry, const Mv_MessageInterface& message);
+    template <class Visit>
+    void walkListeners(Mv_DictEntry* entry, Visit&& visit, bool stopOnNewGeneration);
+
+    QHash<QString, Mv_DictEntry*> mEntries;
+    int mModelCount;
+};
+
+#endif

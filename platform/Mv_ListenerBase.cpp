@@ -1,0 +1,225 @@
+#include "Mv_ListenerBase.h"
+
+#include "Mv_ConnectionDict.h"
+#include "Mv_ConnectionDict_p.h"
+#include "Mv_ModelBase.h"
+#include "Mvt_Action_Notifications.h"
+#include "Mvt_ArrayContainer_Notifications.h"
+#include "Mvt_Array_API.h"
+#include "Mvt_Root_Notifications.h"
+#include "Mvt_SimpleValue_API.h"
+#include "Mvt_SimpleValue_Notifications.h"
+#include "Ost_Assert.h"
+
+#include <algorithm>
+
+namespace {
+
+const int kMaxIndexNesting = 8;
+
+// Position of the "[" that matches the final "]" of name, or -1.
+int openingBracketOfIndex(const QString& name)
+{
+    if (!name.endsWith(QLatin1Char(']')))
+        return -1;
+    int depth = 0;
+    for (int i = name.size() - 1; i >= 0; --i) {
+        const QChar c = name.at(i);
+        if (c == QLatin1Char(']'))
+            ++depth;
+        else if (c == QLatin1Char('[') && --depth == 0)
+            return i;
+    }
+    return -1;
+}
+
+} // namespace
+
+Mv_ListenerBase::Mv_ListenerBase(const QString& connectionName, Mv_ConnectionEnvironment::ConstPtr environment)
+    : mConnectionName(connectionName)
+{
+    if (!connectionName.isEmpty())
+        connect(environment);
+}
+
+Mv_ListenerBase::~Mv_ListenerBase()
+{
+    detach();
+}
+
+bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
+{
+    mConnecting = true;
+    detach();
+    const Mv_ConnectionEnvironment* env = environment ? environment.get() : Mv_ConnectionEnvironment::blankEnvironment().get();
+    mResolvedName = env->replaceVariableNames(mConnectionName).trimmed();
+    if (!mResolvedName.isEmpty())
+        attachTo(mResolvedName, env->getDictionary(), 0);
+    mConnecting = false;
+    mConnected = computeConnected();
+    const bool connected = mConnected;
+    deliver(Mvt_Root_Notifications::MsgConnectedChanged(connected)); // may destroy this
+    return connected;
+}
+
+void Mv_ListenerBase::ClearConnection()
+{
+    const bool wasConnected = mConnected;
+    detach();
+    mConnectionName.clear();
+    mResolvedName.clear();
+    mConnected = false;
+    if (wasConnected)
+        deliver(Mvt_Root_Notifications::MsgConnectedChanged(false));
+}
+
+Mv_ModelBase* Mv_ListenerBase::model() const
+{
+    return mEntryP ? mEntryP->model : nullptr;
+}
+
+void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int depth)
+{
+    QString entryName = name;
+    mIndexMode = kNoIndex;
+    const int open = depth < kMaxIndexNesting ? openingBracketOfIndex(name) : -1;
+    if (open > 0) {
+        const QString index = name.mid(open + 1, name.size() - open - 2).trimmed();
+        if (!index.isEmpty()) {
+            entryName = name.left(open);
+            bool isNumber = false;
+            const long fixed = index.toLong(&isNumber, 10);
+            if (isNumber) {
+                mIndexMode = kFixedIndex;
+                mFixedIndex = fixed;
+            } else {
+                mIndexMode = kModelIndex;
+                mIndexListenerP.reset(new Mv_ListenerBase());
+                mIndexListenerP->mElementListenerP = this;
+                mIndexListenerP->mResolvedName = index;
+                mIndexListenerP->attachTo(index, dict, depth + 1);
+            }
+        }
+    }
+    dict->link(dict->acquire(entryName), this);
+    if (mElementListenerP)
+        mConnected = computeConnected();
+}
+
+void Mv_ListenerBase::detach()
+{
+    if (mIndexListenerP) {
+        mIndexListenerP->detach();
+        mIndexListenerP.reset();
+    }
+    mIndexMode = kNoIndex;
+    if (mEntryP)
+        mEntryP->dict->unlink(this);
+}
+
+bool Mv_ListenerBase::computeConnected() const
+{
+    if (!mEntryP || !mEntryP->model)
+        return false;
+    if (mIndexMode == kModelIndex)
+        return mIndexListenerP && mIndexListenerP->computeConnected();
+    return true;
+}
+
+void Mv_ListenerBase::refreshConnected(bool alwaysNotify)
+{
+    if (mConnecting)
+        return;
+    const bool now = computeConnected();
+    if (now == mConnected && !alwaysNotify)
+        return;
+    mConnected = now;
+    deliver(Mvt_Root_Notifications::MsgConnectedChanged(now));
+}
+
+void Mv_ListenerBase::modelAttachmentChanged()
+{
+    refreshConnected(false);
+}
+
+bool Mv_ListenerBase::currentIndex(long* index) const
+{
+    switch (mIndexMode) {
+    case kFixedIndex:
+        *index = mFixedIndex;
+        return true;
+    case kModelIndex: {
+        long value = -1;
+        if (!mIndexListenerP || !mIndexListenerP->SendMessageToModel(Mvt_SimpleValue_API<long>::MsgGet(&value), false))
+            return false;
+        *index = value;
+        return true;
+    }
+    case kNoIndex:
+        break;
+    }
+    return false;
+}
+
+void Mv_ListenerBase::receiveFromModel(const Mv_MessageInterface& message)
+{
+    if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>()) {
+        refreshConnected(false);
+        return;
+    }
+    if (!mConnected)
+        return;
+    if (mIndexMode == kNoIndex) {
+        deliver(message);
+        return;
+    }
+    long index = 0;
+    if (!currentIndex(&index))
+        return;
+    bool concerned = false;
+    if (const auto* changed = message.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>()) {
+        concerned = changed->index() == index;
+    } else if (const auto* replaced = message.as<Mvt_ArrayContainer_Notifications::MsgElementsReplaced>()) {
+        concerned = index >= replaced->first();
+    } else if (const auto* moved = message.as<Mvt_ArrayContainer_Notifications::MsgElementsMoved>()) {
+        concerned = index >= std::min(moved->from(), moved->to()) && index <= std::max(moved->from(), moved->to());
+    } else if (message.is<Mvt_SimpleValue_Notifications::MsgValueChanged>()
+               || message.is<Mvt_Action_Notifications::MsgEnabledChanged>()) {
+        deliver(message);
+        return;
+    }
+    if (concerned)
+        deliver(Mvt_SimpleValue_Notifications::MsgValueChanged());
+}
+
+void Mv_ListenerBase::deliver(const Mv_MessageInterface& message)
+{
+    if (mElementListenerP) {
+        // An index listener: its index model changing moves the element.
+        Mv_ListenerBase* element = mElementListenerP;
+        if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+            element->refreshConnected(false);
+        else if (message.is<Mvt_SimpleValue_Notifications::MsgValueChanged>() && element->mConnected)
+            element->deliver(Mvt_SimpleValue_Notifications::MsgValueChanged());
+        return;
+    }
+    if (!mReceiveCB.empty())
+        mReceiveCB(message);
+}
+
+bool Mv_ListenerBase::SendMessageToModel(const Mv_MessageInterface& message, bool mayModify) const
+{
+    if (!mayModify && message.isModifying()) {
+        Ost_Assert::handleFailedAssert("mayModify || !message.isModifying()", __FILE__, __LINE__);
+        return false;
+    }
+    if (!mConnected || !mEntryP || !mEntryP->model)
+        return false;
+    Mv_ModelBase* target = mEntryP->model;
+    if (mIndexMode == kNoIndex)
+        return target->ReceiveMessage(message);
+    long index = 0;
+    if (!currentIndex(&index))
+        return false;
+    return target->ReceiveMessage(Mvt_Array_API::MsgElement(index, message));
+}

@@ -1,0 +1,3 @@
+#include "Mv_MessageInterface.h"
+
+Mv_MessageInterface::~Mv_MessageInterface() = default;

@@ -1,0 +1,110 @@
+#ifndef MVE_RECORDARRAY_H
+#define MVE_RECORDARRAY_H
+
+#include "Mve_Array.h"
+#include "Mvt_ArrayContainer.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+// An array of records with named fields, the usual shape of a list model.
+// The record array is the container, published under its name (size,
+// replaced and moved notifications); each field is an Mve_Array published
+// under name + "." + field, so that "Clips" gives the rows and "Clips.name"
+// (or "Clips.name[$Row]" for one row) the names. Rows are inserted, removed
+// and moved here, on all fields at once; field values are changed through
+// setValue() or the field arrays' setAt(). Every listener is notified only
+// once all fields agree.
+class Mve_RecordArray : public Mvt_ArrayContainer
+{
+public:
+    explicit Mve_RecordArray(const QString& name = QString());
+    ~Mve_RecordArray() override;
+
+    // Adds a field; existing rows get def. Null when the name is taken.
+    template <class T>
+    Mve_Array<T>* addField(const QString& field, const T& def = T())
+    {
+        if (fieldIndex(field) >= 0)
+            return nullptr;
+        auto* f = new Field<T>(def);
+        f->array.SetConnectionName(fieldName(field));
+        f->array.insert(0, std::vector<T>(size_t(mRows), def));
+        mFields.emplace_back(field, std::unique_ptr<FieldBase>(f));
+        if (isPublished())
+            f->array.Publish(dictionary());
+        return &f->array;
+    }
+
+    // The field's array, or null when there is none of that type.
+    template <class T>
+    Mve_Array<T>* field(const QString& field) const
+    {
+        const int i = fieldIndex(field);
+        auto* f = i < 0 ? nullptr : dynamic_cast<Field<T>*>(mFields[size_t(i)].second.get());
+        return f ? &f->array : nullptr;
+    }
+
+    QStringList fieldNames() const;
+    long rowCount() const { return mRows; }
+
+    // New rows (each field's default) before row, clamped to [0, rows].
+    void insertRows(long row, long count = 1);
+    long appendRow();
+    void removeRows(long row, long count = 1);
+    void moveRow(long from, long to);
+    void clearRows();
+
+    template <class T>
+    bool setValue(long row, const QString& fieldName, const T& value)
+    {
+        Mve_Array<T>* f = field<T>(fieldName);
+        return f && f->setAt(row, value);
+    }
+    template <class T>
+    T value(long row, const QString& fieldName, const T& def = T()) const
+    {
+        Mve_Array<T>* f = field<T>(fieldName);
+        return f && row >= 0 && row < f->size() ? f->at(row) : def;
+    }
+
+    // The fields follow the record array in and out of the dictionary.
+    bool Publish(Mv_ConnectionDict* dict = nullptr) override;
+    void UnPublish() override;
+
+protected:
+    long handleGetSize() override { return mRows; }
+
+private:
+    struct FieldBase
+    {
+        virtual ~FieldBase() = default;
+        virtual Mvt_ArrayContainer& model() = 0;
+        virtual void setNotifying(bool on) = 0;
+        virtual void insertDefaults(long row, long count) = 0;
+        virtual void remove(long row, long count) = 0;
+        virtual void move(long from, long to) = 0;
+    };
+    template <class T>
+    struct Field : FieldBase
+    {
+        explicit Field(const T& d) : def(d) {}
+        Mvt_ArrayContainer& model() override { return array; }
+        void setNotifying(bool on) override { array.setNotifying(on); }
+        void insertDefaults(long row, long count) override { array.insert(row, std::vector<T>(size_t(count), def)); }
+        void remove(long row, long count) override { array.removeAt(row, count); }
+        void move(long from, long to) override { array.move(from, to); }
+        Mve_Array<T> array;
+        T def;
+    };
+
+    int fieldIndex(const QString& field) const;
+    QString fieldName(const QString& field) const;
+    void setFieldsNotifying(bool on);
+
+    std::vector<std::pair<QString, std::unique_ptr<FieldBase>>> mFields;
+    long mRows = 0;
+};
+
+#endif

@@ -1,0 +1,59 @@
+#ifndef MVE_SIMPLEVALUE_H
+#define MVE_SIMPLEVALUE_H
+
+#include "Mv_ValueTraits.h"
+#include "Mvt_SimpleValue.h"
+
+#include <boost/function.hpp>
+
+// A value model that stores its value. Kind is the model kind it presents
+// (Mvt_SimpleValue<T>, or a kind derived from it such as Mvt_Index<T>).
+// Sets from listeners are refused (status 3) while the model is read-only or
+// when the validator rejects the value; setValue() from the owner always
+// stores. Listeners are told of every change.
+template <class T, class Kind = Mvt_SimpleValue<T>>
+class Mve_SimpleValue : public Kind
+{
+public:
+    typedef boost::function<bool(const T&)> Validator;
+
+    explicit Mve_SimpleValue(const T& initial = T(), const QString& name = QString())
+        : Kind(name), mValue(initial) {}
+
+    const T& getValue() const { return mValue; }
+
+    // Stores the value and notifies the listeners when it differs; true
+    // when it changed.
+    bool setValue(const T& value)
+    {
+        if (Mv_ValueTraits<T>::equal(value, mValue))
+            return false;
+        mValue = value;
+        this->notifyValueChanged();
+        return true;
+    }
+
+    void setReadOnly(bool readOnly) { mReadOnly = readOnly; }
+    bool isReadOnly() const { return mReadOnly; }
+    void setValidator(const Validator& validator) { mValidator = validator; }
+
+protected:
+    bool handleGet(T& value) override
+    {
+        value = mValue;
+        return true;
+    }
+    int handleSet(const T& value) override
+    {
+        if (mReadOnly || (!mValidator.empty() && !mValidator(value)))
+            return Mvt_SimpleValue_BaseAPI::kSetRefused;
+        return setValue(value) ? Mvt_SimpleValue_BaseAPI::kSetChanged : Mvt_SimpleValue_BaseAPI::kSetUnchanged;
+    }
+
+private:
+    T mValue;
+    bool mReadOnly = false;
+    Validator mValidator;
+};
+
+#endif

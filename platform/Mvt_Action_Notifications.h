@@ -1,0 +1,18 @@
+#ifndef MVT_ACTION_NOTIFICATIONS_H
+#define MVT_ACTION_NOTIFICATIONS_H
+
+#include "Mv_MessageInterface.h"
+
+// Notifications of action models.
+struct Mvt_Action_Notifications
+{
+    // Whether the action can run changed; listeners ask MsgIsEnabled again.
+    class MsgEnabledChanged : public Mv_MessageInterface
+    {
+    public:
+        static const Mv_MessageType kType;
+        MsgEnabledChanged() : Mv_MessageInterface(&kType) {}
+    };
+};
+
+#endif

@@ -1,0 +1,40 @@
+#include "Mvt_ArrayContainer.h"
+
+Mvt_ArrayContainer::Mvt_ArrayContainer(const QString& name)
+    : Mv_ModelBase(name)
+{
+}
+
+bool Mvt_ArrayContainer::ReceiveMessage(const Mv_MessageInterface& message)
+{
+    if (const auto* m = message.as<Mvt_ArrayContainer_API::MsgGetSize>()) {
+        if (m->size())
+            *m->size() = handleGetSize();
+        return true;
+    }
+    return Mv_ModelBase::ReceiveMessage(message);
+}
+
+void Mvt_ArrayContainer::notifyElementsReplaced(long first, long removedEnd, long insertedCount)
+{
+    SendToListeners(
+        Mvt_ArrayContainer_Notifications::MsgElementsReplaced(first, removedEnd, insertedCount, handleGetSize()));
+}
+
+void Mvt_ArrayContainer::notifyElementsMoved(long from, long to)
+{
+    SendToListeners(Mvt_ArrayContainer_Notifications::MsgElementsMoved(from, to));
+}
+
+void Mvt_ArrayContainer::notifyElementValueChanged(long index)
+{
+    SendToListeners(Mvt_ArrayContainer_Notifications::MsgElementValueChanged(index));
+}
+
+long Mvt_ArrayContainer::Listener::size() const
+{
+    long size = 0;
+    if (!SendMessageToModel(Mvt_ArrayContainer_API::MsgGetSize(&size), false))
+        return 0;
+    return size;
+}

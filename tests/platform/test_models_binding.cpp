@@ -1,0 +1,272 @@
+// Publishing, late binding, unpublishing and destruction in every order.
+#include "ModelTestSupport.h"
+
+#include "Mv_ConnectionDict.h"
+#include "Mve_SimpleValue.h"
+#include "Ost_Assert.h"
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <vector>
+
+namespace {
+
+typedef Mvt_SimpleValue<long>::Listener LongListener;
+typedef Mve_SimpleValue<long> LongModel;
+
+// Each test works in its own dictionary so that names never collide.
+class Binding : public ::testing::Test
+{
+protected:
+    Mv_ConnectionEnvironment::ConstPtr env() const { return Mv_ConnectionEnvironment::create({}, &dict); }
+    mutable Mv_ConnectionDict dict;
+};
+
+TEST_F(Binding, ListenerConnectedBeforePublishAttachesLateAndDetachesOnUnpublish)
+{
+    LongListener listener;
+    Recorder rec(listener);
+    listener.SetConnectionName("Volume");
+    EXPECT_FALSE(listener.connect(env()));
+    EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"}); // connect always tells the outcome
+    EXPECT_EQ(listener.value(-7), -7);
+
+    LongModel model(42, "Volume");
+    ASSERT_TRUE(model.Publish(&dict));
+    EXPECT_TRUE(listener.isConnectedToModel());
+    EXPECT_EQ(rec.takeHeard(), QStringList{"connected"});
+    EXPECT_EQ(listener.value(-7), 42);
+
+    model.setValue(43);
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    model.setValue(43); // unchanged: no notification
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+
+    model.UnPublish();
+    EXPECT_FALSE(listener.isConnectedToModel());
+    EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"});
+    EXPECT_EQ(listener.value(-7), -7);
+
+    ASSERT_TRUE(model.Publish(&dict)); // and it comes back
+    EXPECT_EQ(rec.takeHeard(), QStringList{"connected"});
+}
+
+TEST_F(Binding, ReconnectingLeavesThePreviousModel)
+{
+    LongModel a(1, "A"), b(2, "B");
+    a.Publish(&dict);
+    b.Publish(&dict);
+    LongListener listener("A", env());
+    Recorder rec(listener);
+    EXPECT_EQ(listener.value(), 1);
+    listener.SetConnectionName("B");
+    EXPECT_TRUE(listener.connect(env()));
+    EXPECT_EQ(listener.value(), 2);
+    rec.takeHeard();
+    a.setValue(10);
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+    EXPECT_EQ(a.listenerCount(), 0);
+
+    listener.ClearConnection();
+    EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"});
+    EXPECT_TRUE(listener.GetConnectionName().isEmpty());
+    EXPECT_FALSE(listener.connect(env())); // an empty name stays unconnected
+}
+
+TEST_F(Binding, NamesAreExclusiveAndRenamingMovesTheListeners)
+{
+    LongModel first(1, "Name"), second(2, "Name");
+    EXPECT_TRUE(first.Publish(&dict));
+    EXPECT_FALSE(second.Publish(&dict));
+    EXPECT_EQ(dict.lookup("Name"), &first);
+
+    LongListener onOld("Name", env()), onNew("Other", env());
+    first.SetConnectionName("Other");
+    EXPECT_FALSE(onOld.isConnectedToModel());
+    EXPECT_EQ(onNew.value(), 1);
+    EXPECT_TRUE(second.Publish(&dict)); // the name is free now
+    EXPECT_EQ(onOld.value(), 2);
+    LongModel unnamed;
+    EXPECT_FALSE(unnamed.Publish(&dict));
+}
+
+TEST_F(Binding, AnyDestructionOrderIsSafe)
+{
+    {
+        auto model = std::make_unique<LongModel>(5, "M");
+        model->Publish(&dict);
+        LongListener listener("M", env());
+        Recorder rec(listener);
+        rec.takeHeard();
+        model.reset();
+        EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"});
+        EXPECT_EQ(listener.value(-1), -1);
+    }
+    {
+        LongModel model(5, "M");
+        model.Publish(&dict);
+        auto listener = std::make_unique<LongListener>("M", env());
+        listener.reset();
+        EXPECT_EQ(model.listenerCount(), 0);
+        model.setValue(6); // nobody left to notify
+    }
+    {
+        auto own = std::make_unique<Mv_ConnectionDict>();
+        LongModel model(5, "M");
+        model.Publish(own.get());
+        LongListener listener("M", Mv_ConnectionEnvironment::create({}, own.get()));
+        Recorder rec(listener);
+        rec.takeHeard();
+        own.reset(); // the dictionary goes first
+        EXPECT_FALSE(model.isPublished());
+        EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"});
+    }
+    EXPECT_EQ(dict.modelCount(), 0);
+    EXPECT_EQ(dict.publishedNames(), QStringList());
+}
+
+TEST_F(Binding, DestroyingAModelWithAThousandListenersDetachesEveryOne)
+{
+    auto model = std::make_unique<LongModel>(1, "Shared");
+    model->Publish(&dict);
+    std::vector<std::unique_ptr<LongListener>> listeners;
+    int disconnected = 0;
+    for (int i = 0; i < 1000; ++i) {
+        listeners.push_back(std::make_unique<LongListener>("Shared", env()));
+        listeners.back()->setReceiveMessageCB([&disconnected](const Mv_MessageInterface& m) {
+            if (const auto* c = m.as<Mvt_Root_Notifications::MsgConnectedChanged>())
+                disconnected += c->isConnected() ? 0 : 1;
+        });
+    }
+    EXPECT_EQ(model->listenerCount(), 1000);
+    model.reset();
+    EXPECT_EQ(disconnected, 1000);
+    for (const auto& l : listeners)
+        EXPECT_FALSE(l->isConnectedToModel());
+    EXPECT_EQ(dict.listenerCount("Shared"), 1000); // they keep waiting for the name
+}
+
+TEST_F(Binding, ListenersMayBeDestroyedWhileANotificationIsOnItsWay)
+{
+    LongModel model(0, "M");
+    model.Publish(&dict);
+    auto a = std::make_unique<LongListener>("M", env());
+    auto b = std::make_unique<LongListener>("M", env());
+    auto c = std::make_unique<LongListener>("M", env());
+    int heardByC = 0;
+    // a destroys itself and the listener after it.
+    a->setReceiveMessageCB([&](const Mv_MessageInterface&) {
+        b.reset();
+        a.reset();
+    });
+    b->setReceiveMessageCB([](const Mv_MessageInterface&) { FAIL() << "b was destroyed before its turn"; });
+    c->setReceiveMessageCB([&](const Mv_MessageInterface&) { ++heardByC; });
+    model.setValue(1);
+    EXPECT_FALSE(a);
+    EXPECT_FALSE(b);
+    EXPECT_EQ(heardByC, 1);
+    EXPECT_EQ(model.listenerCount(), 1);
+}
+
+TEST_F(Binding, AModelDestroyedByAListenerStopsTheNotificationItWasSending)
+{
+    auto model = std::make_unique<LongModel>(0, "M");
+    model->Publish(&dict);
+    LongListener first("M", env()), second("M", env());
+    Recorder r1(first), r2(second);
+    r1.takeHeard();
+    r2.takeHeard();
+    r1.onMessage = [&](const Mv_MessageInterface& m) {
+        if (m.is<Mvt_SimpleValue_Notifications::MsgValueChanged>())
+            model.reset();
+    };
+    model->setValue(1);
+    EXPECT_EQ(r1.takeHeard(), (QStringList{"MsgValueChanged", "disconnected"}));
+    EXPECT_EQ(r2.takeHeard(), QStringList{"disconnected"}); // never the stale value change
+}
+
+TEST_F(Binding, RefusedSetsReportStatusThreeAndChangeNothing)
+{
+    LongModel model(5, "Locked");
+    model.Publish(&dict);
+    LongListener listener("Locked", env());
+    Recorder rec(listener);
+    rec.takeHeard();
+    model.setReadOnly(true);
+    EXPECT_EQ(listener.set(9), Mvt_SimpleValue_BaseAPI::kSetRefused);
+    EXPECT_EQ(model.getValue(), 5);
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+
+    model.setReadOnly(false);
+    model.setValidator([](const long& v) { return v >= 0; });
+    EXPECT_EQ(listener.set(-1), Mvt_SimpleValue_BaseAPI::kSetRefused);
+    EXPECT_EQ(listener.set(5), Mvt_SimpleValue_BaseAPI::kSetUnchanged);
+    EXPECT_EQ(listener.set(6), Mvt_SimpleValue_BaseAPI::kSetChanged);
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+
+    LongListener nowhere("Nowhere", env());
+    EXPECT_EQ(nowhere.set(1), Mvt_SimpleValue_BaseAPI::kSetNotAnswered);
+}
+
+TEST_F(Binding, ModifyingRequestsOnAReadPathAreRefusedAsProgrammingErrors)
+{
+    LongModel model(5, "M");
+    model.Publish(&dict);
+    LongListener listener("M", env());
+    QStringList failures;
+    auto previous = Ost_Assert::setHandler(
+        [&failures](const QString& condition, const QString&, int) { failures.append(condition); });
+    int status = 0;
+    EXPECT_FALSE(listener.SendMessageToModel(Mvt_SimpleValue_API<long>::MsgSet(7, &status), false));
+    Ost_Assert::setHandler(previous);
+    EXPECT_EQ(model.getValue(), 5);
+    EXPECT_EQ(failures.size(), 1);
+}
+
+TEST_F(Binding, OwnersCanAnswerRequestsThroughTheReceiveCallback)
+{
+    // A model that does not store its value: the owner answers for it.
+    QString text = "owned";
+    Mvt_SimpleValue<QString> model("Text");
+    model.setReceiveMessageCB([&text](const Mv_MessageInterface& m) {
+        if (const auto* g = m.as<Mvt_SimpleValue_API<QString>::MsgGet>()) {
+            *g->result() = text;
+            return true;
+        }
+        if (const auto* s = m.as<Mvt_SimpleValue_API<QString>::MsgSet>()) {
+            text = s->value();
+            return true;
+        }
+        return false;
+    });
+    model.Publish(&dict);
+    Mvt_SimpleValue<QString>::Listener listener("Text", env());
+    EXPECT_EQ(listener.value(), "owned");
+    EXPECT_EQ(listener.set("changed"), Mvt_SimpleValue_BaseAPI::kSetChanged);
+    EXPECT_EQ(text, "changed");
+    // Variant requests reach the owner as typed ones.
+    Mv_Variant v;
+    EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false));
+    EXPECT_EQ(v.value<QString>(), "changed");
+    EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgSetVariant(Mv_Variant(12)), true));
+    EXPECT_EQ(text, "12");
+}
+
+TEST_F(Binding, VariablesInSpecificationsExpandFromTheEnvironmentChain)
+{
+    LongModel model(3, "Deck2.Speed");
+    model.Publish(&dict);
+    auto parent = Mv_ConnectionEnvironment::create({}, &dict);
+    parent->set("Deck", "Deck1");
+    auto child = Mv_ConnectionEnvironment::create(parent);
+    LongListener listener;
+    listener.SetConnectionName("$Deck.Speed");
+    EXPECT_FALSE(listener.connect(child));
+    EXPECT_EQ(listener.GetResolvedName(), "Deck1.Speed");
+    child->set("Deck", "Deck2"); // the nearer environment wins
+    EXPECT_TRUE(listener.connect(child));
+    EXPECT_EQ(listener.value(), 3);
+    EXPECT_EQ(listener.GetConnectionName(), "$Deck.Speed");
+}
+
+} // namespace

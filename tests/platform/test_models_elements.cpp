@@ -1,0 +1,180 @@
+// Arrays, element addressing by number and through index models, record
+// arrays, computed containers and action arrays.
+#include "ModelTestSupport.h"
+
+#include "Mv_ConnectionDict.h"
+#include "Mve_ActionArray.h"
+#include "Mve_Array.h"
+#include "Mve_ComputedContainer.h"
+#include "Mve_Index.h"
+#include "Mve_RecordArray.h"
+#include "SortedValueList.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+typedef Mvt_SimpleValue<QString>::Listener StringListener;
+
+class Elements : public ::testing::Test
+{
+protected:
+    Mv_ConnectionEnvironment::Ptr env() const { return Mv_ConnectionEnvironment::create({}, &dict); }
+    mutable Mv_ConnectionDict dict;
+};
+
+TEST_F(Elements, AFixedIndexAddressesOneElementAndHearsOnlyItsChanges)
+{
+    Mve_Array<QString> names({"a", "b", "c"}, "Names");
+    names.Publish(&dict);
+    StringListener second("Names[1]", env());
+    Recorder rec(second);
+    EXPECT_TRUE(second.isConnectedToModel());
+    EXPECT_EQ(second.value(), "b");
+    EXPECT_EQ(second.set("B"), Mvt_SimpleValue_BaseAPI::kSetChanged);
+    EXPECT_EQ(names.at(1), "B");
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+
+    names.setAt(0, "A"); // another element
+    names.setAt(2, "C");
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+    names.insert(2, "x"); // after it: does not concern element 1
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+    names.insert(0, "y"); // shifts it
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    EXPECT_EQ(second.value(), "A");
+
+    StringListener outside("Names[9]", env());
+    EXPECT_TRUE(outside.isConnectedToModel());
+    EXPECT_EQ(outside.value("none"), "none");
+    EXPECT_EQ(outside.set("z"), Mvt_SimpleValue_BaseAPI::kSetNotAnswered);
+}
+
+TEST_F(Elements, AnIndexModelMovesTheListenerAlongTheArray)
+{
+    Mve_Array<QString> names({"a", "b", "c"}, "Clips.name");
+    names.Publish(&dict);
+    auto cellEnv = env();
+    cellEnv->set("Row", "List7::currentRow");
+    StringListener cell;
+    cell.SetConnectionName("Clips.name[$Row]");
+    Recorder rec(cell);
+    EXPECT_FALSE(cell.connect(cellEnv)); // no index model yet
+    EXPECT_EQ(cell.GetResolvedName(), "Clips.name[List7::currentRow]");
+
+    Mve_Index<long> row(-1, "List7::currentRow");
+    row.Publish(&dict);
+    EXPECT_TRUE(cell.isConnectedToModel());
+    rec.takeHeard();
+    EXPECT_EQ(cell.value("none"), "none"); // -1 designates nothing
+
+    row.setValue(2);
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    EXPECT_EQ(cell.value(), "c");
+    names.setAt(2, "C");
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    names.setAt(0, "A");
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+    names.move(0, 2); // element 2 is now the former first
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    EXPECT_EQ(cell.value(), "A");
+
+    row.UnPublish();
+    EXPECT_EQ(rec.takeHeard(), QStringList{"disconnected"});
+    EXPECT_EQ(cell.value("none"), "none");
+}
+
+TEST_F(Elements, IndexModelsMayThemselvesBeElements)
+{
+    Mve_Array<QString> names({"a", "b", "c"}, "N");
+    Mve_Array<long> order({2, 0, 1}, "Order");
+    Mve_Index<long> pos(0, "Pos");
+    names.Publish(&dict);
+    order.Publish(&dict);
+    pos.Publish(&dict);
+    StringListener sorted("N[Order[Pos]]", env());
+    EXPECT_EQ(sorted.value(), "c");
+    pos.setValue(1);
+    EXPECT_EQ(sorted.value(), "a");
+    order.setAt(1, 1);
+    EXPECT_EQ(sorted.value(), "b");
+
+    // Names that look like element addresses but are not stay plain names.
+    Mve_SimpleValue<QString> odd("plain", "Odd[]");
+    odd.Publish(&dict);
+    EXPECT_EQ(StringListener("Odd[]", env()).value(), "plain");
+}
+
+TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
+{
+    Mve_RecordArray clips("Clips");
+    clips.addField<QString>("name");
+    clips.addField<long>("length", 25);
+    clips.Publish(&dict);
+    Mvt_ArrayContainer::Listener rows("Clips", env());
+    Mvt_Array<Mvt_SimpleValue<QString>>::Listener nameArray("Clips.name", env());
+    long sizeSeenByRows = -1;
+    QString nameSeenByRows;
+    rows.setReceiveMessageCB([&](const Mv_MessageInterface& m) {
+        if (const auto* r = m.as<Mvt_ArrayContainer_Notifications::MsgElementsReplaced>()) {
+            sizeSeenByRows = r->newSize();
+            nameSeenByRows = nameArray.element<QString>(r->first(), "missing");
+        }
+    });
+    clips.appendRow();
+    EXPECT_EQ(sizeSeenByRows, 1);
+    EXPECT_EQ(nameSeenByRows, ""); // the field already had the new row
+    clips.setValue<QString>(0, "name", "Intro");
+    EXPECT_EQ(nameArray.element<QString>(0), "Intro");
+    EXPECT_EQ(clips.value<long>(0, "length"), 25);
+    EXPECT_EQ(rows.size(), 1);
+
+    clips.insertRows(0, 2);
+    EXPECT_EQ(nameArray.element<QString>(2), "Intro");
+    clips.removeRows(0, 99);
+    EXPECT_EQ(rows.size(), 0);
+    EXPECT_EQ(clips.addField<QString>("name"), nullptr);
+    EXPECT_EQ(clips.field<long>("name"), nullptr); // wrong type
+
+    clips.SetConnectionName("Shots"); // fields follow the rename
+    EXPECT_TRUE(dict.isPublished("Shots.length"));
+    EXPECT_FALSE(dict.isPublished("Clips.length"));
+}
+
+TEST_F(Elements, ComputedContainersAnswerFromAFunction)
+{
+    SortedValueList<long> selection;
+    selection.add(1);
+    selection.add(3);
+    Mve_ComputedContainer<bool> isSelected(
+        [&selection](long i, bool& v) {
+            v = selection.contains(i);
+            return true;
+        },
+        "List.isSelected");
+    isSelected.Publish(&dict);
+    Mvt_SimpleValue<bool>::Listener third("List.isSelected[3]", env()), first("List.isSelected[0]", env());
+    EXPECT_TRUE(third.value(false));
+    EXPECT_FALSE(first.value(true));
+    EXPECT_EQ(first.set(true), Mvt_SimpleValue_BaseAPI::kSetRefused); // no setter
+}
+
+TEST_F(Elements, ActionArraysCallOneFunctionWithTheElementIndex)
+{
+    QStringList calls;
+    Mve_ActionArray<void(long)> show(
+        [&calls](long column, long position) { calls.append(QString("%1@%2").arg(column).arg(position)); }, 3,
+        "Cols.showColumn");
+    show.setEnabledFunction([](long column) { return column != 2; });
+    show.Publish(&dict);
+    Mvt_Array<Mvt_Action<void(long)>>::Listener listener("Cols.showColumn", env());
+    EXPECT_TRUE(listener.triggerElement(1, {Mv_Variant(4)}));
+    EXPECT_FALSE(listener.triggerElement(2, {Mv_Variant(4)})); // disabled
+    EXPECT_FALSE(listener.triggerElement(3, {Mv_Variant(4)})); // out of range
+    EXPECT_FALSE(listener.triggerElement(0, {}));              // missing argument
+    EXPECT_EQ(calls, QStringList{"1@4"});
+    EXPECT_TRUE(listener.isElementEnabled(0));
+    EXPECT_FALSE(listener.isElementEnabled(2));
+}
+
+} // namespace
