@@ -4,17 +4,21 @@ set(KELCORE_SUBSYSTEMS core binding script factory menu keymap widgets media lis
 
 set(KELCORE_SOURCES)
 set(KELCORE_HEADERS)
+set(KELCORE_PRIVATE_HEADERS)
 set(KELCORE_INCLUDE_DIRS)
 foreach(dir IN LISTS KELCORE_SUBSYSTEMS)
   file(GLOB _src CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.cpp)
   file(GLOB _hdr CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.h)
   file(GLOB _res CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.qrc)
   list(APPEND KELCORE_SOURCES ${_src} ${_res})
-  list(APPEND KELCORE_HEADERS ${_hdr})
+  set(_public ${_hdr})
+  list(FILTER _public EXCLUDE REGEX "_p\\.h$")
+  list(APPEND KELCORE_HEADERS ${_public})
+  list(APPEND KELCORE_PRIVATE_HEADERS ${_hdr})
   list(APPEND KELCORE_INCLUDE_DIRS $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${dir}>)
 endforeach()
 
-add_library(KelCore SHARED ${KELCORE_SOURCES} ${KELCORE_HEADERS})
+add_library(KelCore SHARED ${KELCORE_SOURCES} ${KELCORE_PRIVATE_HEADERS})
 add_library(KelCore::KelCore ALIAS KelCore)
 set_target_properties(KelCore PROPERTIES
   VERSION ${PROJECT_VERSION}
