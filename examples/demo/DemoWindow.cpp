@@ -1,0 +1,40 @@
+#include "DemoWindow.h"
+
+#include "DemoPanel.h"
+
+#include <QTabWidget>
+
+DemoWindow::DemoWindow(QWidget* parent)
+    : QMainWindow(parent), mTabsP(new QTabWidget(this))
+{
+    setObjectName("DemoWindow");
+    setWindowTitle(tr("KelCore demo"));
+    setCentralWidget(mTabsP);
+    for (const DemoPanel& panel : demoPanels()) {
+        QWidget* page = panel.create(mTabsP);
+        page->setObjectName(panel.title);
+        mTabsP->addTab(page, panel.title);
+    }
+    resize(900, 600);
+}
+
+bool DemoWindow::showPanel(const QString& title)
+{
+    for (int i = 0; i < mTabsP->count(); ++i) {
+        if (mTabsP->tabText(i) == title) {
+            mTabsP->setCurrentIndex(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+void DemoWindow::prepareScreenshot()
+{
+    const int index = mTabsP->currentIndex();
+    if (index < 0 || index >= int(demoPanels().size()))
+        return;
+    const DemoPanel& panel = demoPanels().at(size_t(index));
+    if (panel.prepareScreenshot)
+        panel.prepareScreenshot(mTabsP->currentWidget());
+}
