@@ -1,0 +1,27 @@
+#ifndef OST_DIRPATHS_H
+#define OST_DIRPATHS_H
+
+#include <QString>
+
+// Where the application lives and keeps its files. Every operating-system
+// detail about locations stays behind this class.
+class Ost_DirPaths
+{
+public:
+    enum DirPath_t { kExecutableDir = 0, kUserDataDir = 1, kTempDir = 2, kResourceDir = 3 };
+
+    // Stores the product name used in titles and folder names. May be called
+    // again; a null or empty name goes back to the default.
+    static void Initialize(const char* productName);
+    // The stored name; before Initialize the application name, else "KelCore".
+    static QString GetProductName();
+    // File name (no folder) of the running executable; empty if unknown.
+    static QString GetApplicationExeName();
+    // The folder of the given kind, ending with "/"; with create the folder is
+    // made when missing. kResourceDir honours the KELCORE_RESOURCE_DIR
+    // environment variable, else it is <executable folder>/resources/.
+    // Empty for an unknown kind.
+    static QString GetPath(DirPath_t kind, bool create);
+};
+
+#endif

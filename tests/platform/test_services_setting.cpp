@@ -1,0 +1,140 @@
+// Reading parameters out of settings XML.
+#include "Ost_Setting.h"
+#include "TestSupport.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QStringList>
+#include <climits>
+#include <gtest/gtest.h>
+
+namespace {
+
+QString exampleXml()
+{
+    QFile file(testDataDir() + QStringLiteral("services_settings.xml"));
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    return QString::fromUtf8(file.readAll());
+}
+
+// "name=value" for every parameter, in order.
+QStringList dump(const Ost_Setting& settings)
+{
+    QStringList lines;
+    QString name;
+    QString value;
+    for (int i = 0; settings.GetNthParam(i, name, value); ++i)
+        lines.append(name + QLatin1Char('=') + value);
+    EXPECT_EQ(lines.size(), settings.GetParamCount());
+    return lines;
+}
+
+} // namespace
+
+TEST(ServicesSetting, LeavesBelowStartRootGetDottedNames)
+{
+    const QString xml = exampleXml();
+    ASSERT_FALSE(xml.isEmpty());
+    Ost_Setting settings;
+    settings.SetStartRoot(QStringLiteral("Windows"));
+    ASSERT_TRUE(settings.SetXML(xml, false));
+    EXPECT_EQ(dump(settings), QStringList({QStringLiteral("FontSettings.Kel_Header.Font=Arial,12"),
+                                           QStringLiteral("FontSettings.Kel_Header.Color=#202020"),
+                                           QStringLiteral("FontSettings.Kel_Body.Font=Helvetica,10"),
+                                           QStringLiteral("FontSettingsExtra.Scale=1.25"),
+                                           QStringLiteral("MainWindow.Geometry=10,10,800,600"),
+                                           QStringLiteral("MainWindow.Title=Kel <Demo>")}));
+    QString value;
+    EXPECT_TRUE(settings.GetParam(QStringLiteral("FontSettings.Kel_Body.Font"), value));
+    EXPECT_EQ(value, QStringLiteral("Helvetica,10"));
+    EXPECT_FALSE(settings.GetParam(QStringLiteral("FontSettings.Kel_Body"), value));
+
+    // Another start root picks another branch of the same text.
+    settings.SetStartRoot(QStringLiteral("Mac"));
+    EXPECT_EQ(dump(settings), QStringList(QStringLiteral("FontSettings.Kel_Header.Font=Lucida Grande,13")));
+    // Empty: named from just below the document root.
+    settings.SetStartRoot(QString());
+    EXPECT_EQ(settings.GetParamCount(), 7);
+    EXPECT_TRUE(settings.GetParam(QStringLiteral("Windows.MainWindow.Geometry"), value));
+    // Unknown start root: nothing.
+    settings.SetStartRoot(QStringLiteral("Linux"));
+    EXPECT_EQ(settings.GetParamCount(), 0);
+    EXPECT_FALSE(settings.GetParam(QStringLiteral("FontSettings.Kel_Header.Font"), value));
+}
+
+TEST(ServicesSetting, PrefixAndStartRootMayComeBeforeOrAfterTheXml)
+{
+    const QString xml = exampleXml();
+    Ost_Setting before;
+    before.SetStartRoot(QStringLiteral("Windows"));
+    before.SetPrefix(QStringLiteral("FontSettings"));
+    ASSERT_TRUE(before.SetXML(xml, false));
+
+    Ost_Setting after;
+    ASSERT_TRUE(after.SetXML(xml, false));
+    EXPECT_EQ(after.GetParamCount(), 7); // read once before the filters change
+    after.SetPrefix(QStringLiteral("FontSettings"));
+    after.SetStartRoot(QStringLiteral("Windows"));
+
+    const QStringList expected({QStringLiteral("FontSettings.Kel_Header.Font=Arial,12"),
+                                QStringLiteral("FontSettings.Kel_Header.Color=#202020"),
+                                QStringLiteral("FontSettings.Kel_Body.Font=Helvetica,10")});
+    EXPECT_EQ(dump(before), expected);
+    EXPECT_EQ(dump(after), expected);
+
+    // A prefix naming a leaf exactly keeps that leaf; a partial word does not match.
+    after.SetPrefix(QStringLiteral("FontSettingsExtra.Scale"));
+    EXPECT_EQ(dump(after), QStringList(QStringLiteral("FontSettingsExtra.Scale=1.25")));
+    after.SetPrefix(QStringLiteral("FontSett"));
+    EXPECT_EQ(after.GetParamCount(), 0);
+    QString value;
+    EXPECT_FALSE(after.GetParam(QStringLiteral("FontSettings.Kel_Header.Font"), value));
+}
+
+TEST(ServicesSetting, MergeOverridesByNameReplaceStartsOver)
+{
+    Ost_Setting settings;
+    settings.SetStartRoot(QStringLiteral("W"));
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<R><W><A>1</A><B><C>2</C></B></W></R>"), false));
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<X><W><B><C>20</C></B><D>3</D></W></X>"), true));
+    EXPECT_EQ(dump(settings), QStringList({"A=1", "B.C=20", "D=3"}));
+
+    // Repeated names inside one text behave the same way.
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<W><E>x</E><F/><E>y</E></W>"), false));
+    EXPECT_EQ(dump(settings), QStringList({"E=y", "F="}));
+}
+
+TEST(ServicesSetting, MalformedXmlIsReportedAndKeepsEarlierParameters)
+{
+    Ost_Setting settings;
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<R><A>1</A></R>"), false));
+
+    DebugMessageCollector log;
+    EXPECT_FALSE(settings.SetXML(QStringLiteral("<R>\n<A>2</A>\n<B>oops</C>\n</R>"), false));
+    ASSERT_EQ(log.messages().size(), 1);
+    const QRegularExpression expected(QStringLiteral("^Ost_Setting::SetXML parse error .+ at line 3 column \\d+$"));
+    EXPECT_TRUE(expected.match(log.messages().first()).hasMatch()) << qPrintable(log.messages().first());
+    EXPECT_EQ(dump(settings), QStringList(QStringLiteral("A=1")));
+
+    for (const QString& bad : {QString(), QStringLiteral("not xml"), QStringLiteral("<R><A>1</A>"),
+                               QStringLiteral("<R/><S/>"), QStringLiteral("<R>&undefined;</R>")})
+        EXPECT_FALSE(settings.SetXML(bad, true)) << qPrintable(bad);
+    EXPECT_EQ(dump(settings), QStringList(QStringLiteral("A=1")));
+}
+
+TEST(ServicesSetting, NthParamRangeDeepNestingAndMixedContent)
+{
+    Ost_Setting settings;
+    // Text beside child elements and attributes are not values.
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<R>junk<A k='v'>text<!-- c -->more</A>junk<B/></R>"), false));
+    EXPECT_EQ(dump(settings), QStringList({"A=textmore", "B="}));
+    QString name = QStringLiteral("untouched"), value;
+    for (int n : {-1, 2, INT_MAX, INT_MIN})
+        EXPECT_FALSE(settings.GetNthParam(n, name, value)) << n;
+    EXPECT_EQ(name, QStringLiteral("untouched"));
+
+    const int depth = 20000;
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<E>").repeated(depth) + QStringLiteral("</E>").repeated(depth), false));
+    EXPECT_EQ(settings.GetParamCount(), 1);
+}

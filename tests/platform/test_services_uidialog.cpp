@@ -1,0 +1,85 @@
+// Message boxes: the test seam and the real modal box.
+#include "Ost_DirPaths.h"
+#include "Ost_UIDialog.h"
+#include "TestSupport.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+TEST(ServicesUIDialog, InterceptorGetsTheExactRequestAndAnswers)
+{
+    Ost_UIDialog::Request seen;
+    Ost_UIDialog::Interceptor previous = Ost_UIDialog::setInterceptor([&](const Ost_UIDialog::Request& r) {
+        seen = r;
+        return 2;
+    });
+    DebugMessageCollector log;
+    EXPECT_EQ(Ost_UIDialog::UIdialog(QStringLiteral("Save <b>changes</b>?"), QStringLiteral("Yes|No|Cancel"), 3,
+                                     Ost_UIDialog::kQuestionIcon, QStringLiteral("details"), true,
+                                     QStringLiteral("Editor.cpp")),
+              2);
+    EXPECT_TRUE(static_cast<bool>(Ost_UIDialog::setInterceptor(previous)));
+    EXPECT_EQ(seen.message, QStringLiteral("Save <b>changes</b>?"));
+    EXPECT_EQ(seen.buttonTexts, QStringLiteral("Yes|No|Cancel"));
+    EXPECT_EQ(seen.buttonCount, 3);
+    EXPECT_EQ(seen.icon, Ost_UIDialog::kQuestionIcon);
+    EXPECT_EQ(seen.detailText, QStringLiteral("details"));
+    EXPECT_TRUE(seen.richText);
+    EXPECT_EQ(seen.sourceFile, QStringLiteral("Editor.cpp"));
+    EXPECT_TRUE(log.contains(QStringLiteral("Ost_UIDialog from Editor.cpp: Save <b>changes</b>?")));
+}
+
+TEST(ServicesUIDialog, RealBoxShowsTheButtonsAndReturnsTheClickedIndex)
+{
+    QStringList texts;
+    QMessageBox* seenBox = nullptr;
+    QString title;
+    int polls = 0;
+    // Once the box is up: note what it shows and click "Retry" with the mouse.
+    QTimer poll;
+    poll.setInterval(10);
+    QObject::connect(&poll, &QTimer::timeout, [&]() {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (qobject_cast<QMessageBox*>(widget) && widget->isVisible())
+                seenBox = static_cast<QMessageBox*>(widget);
+        }
+        if (!seenBox) {
+            if (++polls > 500) {
+                poll.stop();
+                ADD_FAILURE() << "no message box appeared";
+            }
+            return;
+        }
+        poll.stop();
+        EXPECT_TRUE(seenBox->isModal());
+        EXPECT_EQ(seenBox->windowTitle(), Ost_DirPaths::GetProductName());
+        EXPECT_EQ(seenBox->detailedText(), QStringLiteral("No space left"));
+        EXPECT_EQ(seenBox->icon(), QMessageBox::Critical);
+        EXPECT_EQ(seenBox->textFormat(), Qt::PlainText);
+        QAbstractButton* retry = nullptr;
+        for (QAbstractButton* button : seenBox->buttons()) {
+            if (button->text().startsWith(QStringLiteral("Show Details")))
+                continue; // the box's own button for the detail text
+            texts.append(button->text());
+            if (button->text() == QStringLiteral("Retry"))
+                retry = button;
+        }
+        if (retry)
+            QTest::mouseClick(retry, Qt::LeftButton);
+        else
+            seenBox->reject();
+    });
+    poll.start();
+
+    // Four buttons asked for, three texts given (one empty): the rest say OK.
+    EXPECT_EQ(Ost_UIDialog::UIdialog(QStringLiteral("Disk full"), QStringLiteral("Abort||Retry"), 4,
+                                     Ost_UIDialog::kErrorIcon, QStringLiteral("No space left"), false,
+                                     QStringLiteral("Writer.cpp")),
+              2);
+    texts.sort();
+    EXPECT_EQ(texts, QStringList({"Abort", "OK", "OK", "Retry"}));
+}
