@@ -1,0 +1,392 @@
+// Parsed scripts run against real published models: connecting, values and
+// calls travelling as variant messages, refusals stopping a block, the
+// enabled state, window-relative names and delayed scripts.
+#include "Kel_SubscriptionIdentifierSubstitution.h"
+#include "Mv_ConnectionDict.h"
+#include "Mv_ConnectionEnvironment.h"
+#include "Mv_Utils.h"
+#include "Mve_Action.h"
+#include "Mve_Array.h"
+#include "Mve_Index.h"
+#include "Mve_SimpleValue.h"
+#include "Mvt_Action_API.h"
+#include "Mvt_SimpleValue_BaseAPI.h"
+#include "Ost_StringUtils.h"
+#include "TestSupport.h"
+#include "Uip_Assign_ParseNode.h"
+#include "Uip_ParseScript.h"
+#include "Uip_RunScript.h"
+#include "Uip_StatementBlock_ParseNode.h"
+
+#include <QFrame>
+#include <QWidget>
+#include <gtest/gtest.h>
+#include <memory>
+
+namespace {
+
+// A model that answers every request itself and remembers them, to see
+// exactly which messages a script sends and what they carry.
+class RecordingModel : public Mv_ModelBase
+{
+public:
+    explicit RecordingModel(const QString& name) : Mv_ModelBase(name)
+    {
+        setReceiveMessageCB([this](const Mv_MessageInterface& m) { return receive(m); });
+    }
+
+    bool receive(const Mv_MessageInterface& m)
+    {
+        requests.append(QString::fromLatin1(m.typeName()).section(QStringLiteral("::"), -1));
+        if (const auto* set = m.as<Mvt_SimpleValue_BaseAPI::MsgSetVariant>())
+            sent = set->value();
+        if (const auto* get = m.as<Mvt_SimpleValue_BaseAPI::MsgGetVariant>())
+            *get->result() = value;
+        if (const auto* action = m.as<Mvt_Action_API::MsgAction>())
+            arguments = action->arguments();
+        return answer;
+    }
+
+    QStringList requests;
+    Mv_Variant sent;
+    Mv_Variant value; // what gets answer
+    Mvt_Action_API::ArgumentList arguments;
+    bool answer = true;
+};
+
+class ScriptEval : public ::testing::Test
+{
+protected:
+    // Parses (the script must be valid) and connects in the test's own
+    // dictionary; connected tells whether every model was there.
+    std::unique_ptr<Uip_ParseNode> load(const char* script, bool* connected = nullptr, QWidget* owner = nullptr)
+    {
+        Uip_ParseError error;
+        std::unique_ptr<Uip_ParseNode> root(Uip_ParseScript(QString::fromUtf8(script), &error));
+        EXPECT_TRUE(root) << script << ": " << error.mMessage.toStdString();
+        if (!root)
+            root.reset(new Uip_StatementBlock_ParseNode());
+        const bool ok = root->ConnectAndTypeCheck(env, owner);
+        if (connected)
+            *connected = ok;
+        return root;
+    }
+
+    bool run(const char* script)
+    {
+        Mv_Variant result;
+        return load(script)->Evaluate(&result);
+    }
+
+    Mv_ConnectionDict dict;
+    Mv_ConnectionEnvironment::Ptr env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment(), &dict);
+};
+
+TEST_F(ScriptEval, EmptyScriptConnectsRunsAndIsEnabled)
+{
+    bool connected = false;
+    auto root = load("  ;; ", &connected);
+    EXPECT_TRUE(connected);
+    EXPECT_TRUE(root->Evaluate(nullptr));
+    EXPECT_TRUE(root->isConnected());
+}
+
+TEST_F(ScriptEval, LiteralsAreSentAsBoolAndStringVariants)
+{
+    RecordingModel mute(QStringLiteral("Mute")), title(QStringLiteral("Title"));
+    mute.Publish(&dict);
+    title.Publish(&dict);
+
+    EXPECT_TRUE(run("Mute = true"));
+    EXPECT_EQ(QStringList{QStringLiteral("MsgSetVariant")}, mute.requests);
+    EXPECT_TRUE(mute.sent.holds<bool>());
+    EXPECT_TRUE(mute.sent.value<bool>());
+
+    EXPECT_TRUE(run("Title = \"Take 2\""));
+    EXPECT_TRUE(title.sent.holds<QString>());
+    EXPECT_EQ(QStringLiteral("Take 2"), title.sent.value<QString>());
+
+    mute.answer = false; // the model's answer is the script's
+    EXPECT_FALSE(run("Mute = false"));
+}
+
+TEST_F(ScriptEval, AssignmentsReachValueModels)
+{
+    Mve_SimpleValue<bool> mute(false, QStringLiteral("Mute"));
+    Mve_SimpleValue<long> a(0, QStringLiteral("A")), b(7, QStringLiteral("B"));
+    Mve_SimpleValue<QString> name(QString(), QStringLiteral("Name"));
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&mute, &a, &b, &name})
+        m->Publish(&dict);
+
+    EXPECT_TRUE(run("Name = \"x\"; A = B; Mute = true")); // a boolean literal goes last
+    EXPECT_TRUE(mute.getValue());
+    EXPECT_EQ(QStringLiteral("x"), name.getValue());
+    EXPECT_EQ(7, a.getValue());
+
+    EXPECT_TRUE(run("A = \"12\"")); // the model converts what it can
+    EXPECT_EQ(12, a.getValue());
+    EXPECT_FALSE(run("Mute = \"loud\""));
+    EXPECT_TRUE(mute.getValue());
+
+    mute.setReadOnly(true);
+    EXPECT_FALSE(run("Mute = false"));
+    EXPECT_TRUE(mute.getValue());
+}
+
+TEST_F(ScriptEval, CopyFromAMissingModelSendsNothing)
+{
+    RecordingModel a(QStringLiteral("A"));
+    a.Publish(&dict);
+    bool connected = true;
+    auto root = load("A = B", &connected);
+    EXPECT_FALSE(connected);
+    EXPECT_FALSE(root->Evaluate(nullptr));
+    EXPECT_TRUE(a.requests.isEmpty());
+    EXPECT_FALSE(root->isConnected());
+}
+
+TEST_F(ScriptEval, ValueOnTheRightIsConnectedOnlyAfterTheLeft)
+{
+    Mve_SimpleValue<long> b(1, QStringLiteral("B"));
+    b.Publish(&dict);
+    bool connected = true;
+    auto root = load("Missing = B", &connected);
+    EXPECT_FALSE(connected);
+    auto* assign = dynamic_cast<Uip_Assign_ParseNode*>(static_cast<Uip_StatementBlock_ParseNode*>(root.get())->statement(0));
+    ASSERT_TRUE(assign);
+    EXPECT_FALSE(assign->right()->isConnected());
+}
+
+TEST_F(ScriptEval, LiteralOnTheLeftParsesButFails)
+{
+    Mve_SimpleValue<QString> y(QStringLiteral("old"), QStringLiteral("y"));
+    y.Publish(&dict);
+    bool connected = false;
+    auto root = load("\"x\" = y", &connected);
+    EXPECT_TRUE(connected);
+    EXPECT_FALSE(root->Evaluate(nullptr));
+    EXPECT_EQ(QStringLiteral("old"), y.getValue());
+}
+
+TEST_F(ScriptEval, ChainedAssignmentHandsAnEmptyValueOutwards)
+{
+    Mve_SimpleValue<long> a(1, QStringLiteral("a")), b(2, QStringLiteral("b")), c(3, QStringLiteral("c"));
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&a, &b, &c})
+        m->Publish(&dict);
+    EXPECT_FALSE(run("a = b = c"));
+    EXPECT_EQ(3, b.getValue());
+    EXPECT_EQ(1, a.getValue());
+}
+
+TEST_F(ScriptEval, LongAssignmentChainRunsWithoutRecursion)
+{
+    Mve_SimpleValue<long> a(0, QStringLiteral("a")), b(5, QStringLiteral("b"));
+    a.Publish(&dict);
+    b.Publish(&dict);
+    const QByteArray script = QByteArray("a=").repeated(100000) + "b";
+    bool connected = false;
+    auto root = load(script.constData(), &connected);
+    EXPECT_TRUE(connected);
+    EXPECT_TRUE(root->isConnected());
+    EXPECT_FALSE(root->Evaluate(nullptr)); // the outer links receive no value
+    EXPECT_EQ(5, a.getValue());
+}
+
+TEST_F(ScriptEval, CallsPassTheArgumentsValue)
+{
+    int plays = 0;
+    long sought = -1;
+    QString selected;
+    Mve_Action<void()> play([&] { ++plays; }, QStringLiteral("Play"));
+    Mve_Action<void(long)> seek([&](long v) { sought = v; }, QStringLiteral("Seek"));
+    Mve_Action<void(QString)> select([&](QString s) { selected = s; }, QStringLiteral("Select"));
+    Mve_SimpleValue<long> pos(42, QStringLiteral("Pos"));
+    Mve_SimpleValue<QString> name(QStringLiteral("clip"), QStringLiteral("Name"));
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&play, &seek, &select, &pos, &name})
+        m->Publish(&dict);
+
+    EXPECT_TRUE(run("Play(); Seek(Pos); Select(Name)"));
+    EXPECT_EQ(1, plays);
+    EXPECT_EQ(42, sought);
+    EXPECT_EQ(QStringLiteral("clip"), selected);
+
+    EXPECT_TRUE(run("Select(\"lit\")"));
+    EXPECT_EQ(QStringLiteral("lit"), selected);
+    EXPECT_FALSE(run("Seek()"));  // the argument count does not fit
+    EXPECT_FALSE(run("Pos()"));   // a value model cannot be called
+    EXPECT_FALSE(run("\"Play\"()")); // nor a literal
+    EXPECT_EQ(1, plays);
+}
+
+TEST_F(ScriptEval, CallResultGoesToTheCallersVariable)
+{
+    Mve_Action<long()> count([] { return 9L; }, QStringLiteral("Count"));
+    Mve_SimpleValue<QString> name(QStringLiteral("n"), QStringLiteral("Name"));
+    count.Publish(&dict);
+    name.Publish(&dict);
+    Mv_Variant result;
+    EXPECT_TRUE(load("Count()")->Evaluate(&result));
+    EXPECT_EQ(9, result.value<long>());
+    EXPECT_TRUE(load("Name")->Evaluate(&result));
+    EXPECT_EQ(QStringLiteral("n"), result.value<QString>());
+    EXPECT_TRUE(load("\"lit\"; true")->Evaluate(&result)); // statements share it; the last one wins
+    EXPECT_TRUE(result.holds<bool>());
+}
+
+TEST_F(ScriptEval, MissingOrEmptyArgumentStopsTheCall)
+{
+    RecordingModel select(QStringLiteral("Select")), index(QStringLiteral("Index"));
+    select.Publish(&dict);
+    EXPECT_FALSE(run("Select(Index)"));
+    EXPECT_TRUE(select.requests.isEmpty());
+
+    index.Publish(&dict); // answers the get, but with nothing
+    EXPECT_FALSE(run("Select(Index)"));
+    EXPECT_TRUE(select.requests.isEmpty());
+
+    index.value = Mv_Variant(3L);
+    EXPECT_TRUE(run("Select(Index)"));
+    EXPECT_EQ(QStringList{QStringLiteral("MsgAction")}, select.requests);
+    ASSERT_EQ(1u, select.arguments.size());
+    EXPECT_EQ(3, select.arguments[0].value<long>());
+}
+
+TEST_F(ScriptEval, RefusedStatementStopsTheBlock)
+{
+    int stops = 0;
+    Mve_Action<void()> play([] {}, QStringLiteral("Play"));
+    Mve_Action<void()> stop([&] { ++stops; }, QStringLiteral("Stop"));
+    Mve_Action<bool()> check([] { return false; }, QStringLiteral("Check"));
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&play, &stop, &check})
+        m->Publish(&dict);
+
+    play.setEnabled(false);
+    EXPECT_FALSE(run("Play(); Stop()"));
+    EXPECT_FALSE(run("Check(); Stop()"));
+    EXPECT_EQ(0, stops);
+    play.setEnabled(true);
+    EXPECT_TRUE(run("Play(); Stop()"));
+    EXPECT_EQ(1, stops);
+}
+
+TEST_F(ScriptEval, IsConnectedFollowsTheActionsEnabledState)
+{
+    Mve_Action<void(long)> seek([](long) {}, QStringLiteral("Seek"));
+    Mve_SimpleValue<long> pos(1, QStringLiteral("Pos"));
+    seek.Publish(&dict);
+    auto root = load("Seek(Pos)");
+    EXPECT_FALSE(root->isConnected()); // Pos is not there yet
+    pos.Publish(&dict);                // late binding
+    EXPECT_TRUE(root->isConnected());
+    seek.setEnabled(false);
+    EXPECT_FALSE(root->isConnected());
+    seek.setEnabled(true);
+    EXPECT_TRUE(root->isConnected());
+    EXPECT_TRUE(root->Evaluate(nullptr));
+    seek.UnPublish();
+    EXPECT_FALSE(root->isConnected());
+    EXPECT_FALSE(load("Pos()")->isConnected()); // a value model is never enabled
+}
+
+TEST_F(ScriptEval, BlockConnectsEveryStatementEvenAfterAFailure)
+{
+    Mve_Action<void()> play([] {}, QStringLiteral("Play"));
+    play.Publish(&dict);
+    bool connected = true;
+    auto root = load("Missing(); Play()", &connected);
+    EXPECT_FALSE(connected);
+    EXPECT_TRUE(static_cast<Uip_StatementBlock_ParseNode*>(root.get())->statement(1)->isConnected());
+    EXPECT_FALSE(root->isConnected());
+}
+
+TEST_F(ScriptEval, ReconnectingFollowsTheEnvironment)
+{
+    int first = 0, second = 0;
+    Mve_Action<void()> deck1([&] { ++first; }, QStringLiteral("Deck1.Play"));
+    Mve_Action<void()> deck2([&] { ++second; }, QStringLiteral("Deck2.Play"));
+    deck1.Publish(&dict);
+    deck2.Publish(&dict);
+    env->set(QStringLiteral("Deck"), QStringLiteral("Deck1"));
+    auto root = load("$Deck.Play()");
+    EXPECT_TRUE(root->Evaluate(nullptr));
+    auto other = Mv_ConnectionEnvironment::create(env);
+    other->set(QStringLiteral("Deck"), QStringLiteral("Deck2"));
+    EXPECT_TRUE(root->ConnectAndTypeCheck(other, nullptr));
+    EXPECT_TRUE(root->Evaluate(nullptr));
+    EXPECT_EQ(1, first);
+    EXPECT_EQ(1, second);
+}
+
+TEST_F(ScriptEval, ArrayElementsThroughAnIndexModel)
+{
+    Mve_Array<QString> names(std::vector<QString>{QStringLiteral("a"), QStringLiteral("b")}, QStringLiteral("Names"));
+    Mve_Index<long> row(1, QStringLiteral("List::row"));
+    Mve_SimpleValue<QString> current(QString(), QStringLiteral("Current"));
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&names, &row, &current})
+        m->Publish(&dict);
+    env->set(QStringLiteral("Row"), QStringLiteral("List::row"));
+    auto root = load("Current = Names[$Row]; Names[0] = \"z\"");
+    EXPECT_TRUE(root->Evaluate(nullptr));
+    EXPECT_EQ(QStringLiteral("b"), current.getValue());
+    EXPECT_EQ(QStringLiteral("z"), names.at(0));
+    row.setValue(5); // no such element
+    EXPECT_FALSE(root->Evaluate(nullptr));
+}
+
+TEST_F(ScriptEval, WindowNamesDependOnTheTopLevelWindow)
+{
+    QWidget first, second;
+    QFrame frame(&first);
+    QWidget inner(&frame);
+    QWidget button(&second);
+    const QString firstName = Ost_StringUtils::pointerToHex(&first) + QStringLiteral("$Window.Close");
+    const QString secondName = Ost_StringUtils::pointerToHex(&second) + QStringLiteral("$Window.Close");
+    EXPECT_EQ(firstName, Kel_SubscriptionIdentifierSubstitution(QStringLiteral(" $Window.Close "), &inner));
+    EXPECT_EQ(secondName, Kel_SubscriptionIdentifierSubstitution(QStringLiteral("$Window.Close"), &button));
+    EXPECT_NE(firstName, secondName);
+    EXPECT_EQ(QStringLiteral("$Window.Close"), Kel_SubscriptionIdentifierSubstitution(QStringLiteral("$Window.Close"), nullptr));
+    EXPECT_EQ(QStringLiteral("A.$Window"), Kel_SubscriptionIdentifierSubstitution(QStringLiteral(" A.$Window"), &inner));
+
+    // Each window's script reaches that window's model, "$Window" being
+    // left as written by an environment that does not define it.
+    int closedFirst = 0, closedSecond = 0;
+    Mve_Action<void()> closeFirst([&] { ++closedFirst; }, firstName);
+    Mve_Action<void()> closeSecond([&] { ++closedSecond; }, secondName);
+    closeFirst.Publish(&dict);
+    closeSecond.Publish(&dict);
+    EXPECT_TRUE(load("$Window.Close()", nullptr, &inner)->Evaluate(nullptr));
+    EXPECT_TRUE(load("$Window.Close()", nullptr, &button)->Evaluate(nullptr));
+    EXPECT_EQ(1, closedFirst);
+    EXPECT_EQ(1, closedSecond);
+}
+
+TEST_F(ScriptEval, RunScriptParsesConnectsAndRuns)
+{
+    int plays = 0;
+    Mve_Action<void()> play([&] { ++plays; }, QStringLiteral("Play"));
+    play.Publish(&dict);
+    EXPECT_TRUE(Uip_RunScript(env, QStringLiteral("Play()")));
+    EXPECT_FALSE(Uip_RunScript(env, QStringLiteral("Play(")));
+    EXPECT_FALSE(Uip_RunScript(env, QStringLiteral("Play(); Missing()"))); // not connected: nothing runs
+    EXPECT_EQ(1, plays);
+    EXPECT_TRUE(Uip_RunScript(env, QString()));
+}
+
+TEST_F(ScriptEval, DelayedScriptRunsOnALaterTurnOfTheEventLoop)
+{
+    const Mv_Utils::DelayedActionRunner previous = Mv_Utils::Mv_SetDelayedActionRunner(Mv_Utils::DelayedActionRunner());
+    EXPECT_FALSE(Mv_Utils::Mv_AddDelayedAction(env, QStringLiteral("Play()")));
+    Uip_InstallDelayedActionRunner();
+
+    int plays = 0;
+    Mve_Action<void()> play([&] { ++plays; }, QStringLiteral("Play"));
+    play.Publish(&dict);
+    EXPECT_TRUE(Mv_Utils::Mv_AddDelayedAction(env, QStringLiteral("Play()")));
+    EXPECT_EQ(0, plays);
+    EXPECT_TRUE(waitFor([&] { return plays == 1; }));
+    EXPECT_EQ(0, Mv_Utils::Mv_PendingDelayedActions());
+
+    Mv_Utils::Mv_SetDelayedActionRunner(previous);
+}
+
+} // namespace
