@@ -1,0 +1,13 @@
+#ifndef KEL_INITIALIZE_H
+#define KEL_INITIALIZE_H
+
+// One-time set-up of the library: product name, directory service and the
+// resource path under which forms, images, menus, keymaps and translations
+// are found. Call it once after the Qt application object exists (a
+// Kel_Application does it itself); later calls do nothing.
+void Kel_Initialize(const char* productName);
+
+// Whether Kel_Initialize has run.
+bool Kel_IsInitialized();
+
+#endif
