@@ -1,0 +1,26 @@
+#ifndef KEL_CONNECTIONUTILS_H
+#define KEL_CONNECTIONUTILS_H
+
+#include "Mv_ConnectionEnvironment.h"
+
+#include <boost/shared_ptr.hpp>
+
+class QObject;
+
+// Connects the bound widgets of a widget tree with one environment.
+class Kel_ConnectionUtils
+{
+public:
+    Kel_ConnectionUtils() = delete;
+
+    // A bound widget (Kel_WidgetConnectInterface) connects itself and is
+    // responsible for its own children; any other object is transparent and
+    // its children are connected instead. A null object does nothing.
+    static void recursiveConnect(QObject* object, boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // recursiveConnect on each child of object, in order. Container widgets
+    // call it from their makeConnections.
+    static void recursiveConnectChildren(QObject* object,
+                                         boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+};
+
+#endif

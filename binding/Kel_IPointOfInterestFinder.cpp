@@ -1,0 +1,3 @@
+#include "Kel_IPointOfInterestFinder.h"
+
+Kel_IPointOfInterestFinder::~Kel_IPointOfInterestFinder() = default;

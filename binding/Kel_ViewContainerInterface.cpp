@@ -1,0 +1,3 @@
+#include "Kel_ViewContainerInterface.h"
+
+Kel_ViewContainerInterface::~Kel_ViewContainerInterface() = default;

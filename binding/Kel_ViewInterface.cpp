@@ -1,0 +1,3 @@
+#include "Kel_ViewInterface.h"
+
+Kel_ViewInterface::~Kel_ViewInterface() = default;

@@ -1,0 +1,68 @@
+#ifndef KEL_CHECKBOX_H
+#define KEL_CHECKBOX_H
+
+#include "Kel_IPointOfInterestFinder.h"
+#include "Kel_WidgetConnectInterface.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QByteArray>
+#include <QCheckBox>
+#include <memory>
+
+// A check box bound to a bool model (its checked state), optionally to bool
+// models for its visible and enabled states, and to a named font. Without a
+// connected checked-state model it is disabled: it cannot be operated.
+class Kel_CheckBox : public QCheckBox, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
+{
+    Q_OBJECT
+    Q_PROPERTY(QByteArray checkedStateConnection READ getCheckedStateConnectionSpec WRITE setCheckedStateConnectionSpec)
+    Q_PROPERTY(QByteArray enabledStateConnection READ getEnabledStateConnectionSpec WRITE setEnabledStateConnectionSpec)
+    Q_PROPERTY(QByteArray visibleStateConnection READ getVisibleStateConnectionSpec WRITE setVisibleStateConnectionSpec)
+    Q_PROPERTY(QByteArray fontConnection READ getFontConnectionSpec WRITE setFontConnectionSpec)
+
+public:
+    explicit Kel_CheckBox(QWidget* parent = nullptr, const char* name = nullptr);
+    ~Kel_CheckBox() override;
+
+    // Connection specifications; they take effect at the next makeConnections.
+    void setVisibleStateConnectionSpec(const QByteArray& spec);
+    QByteArray getVisibleStateConnectionSpec() const { return mVisibleStateConnectionSpec; }
+    void setEnabledStateConnectionSpec(const QByteArray& spec);
+    QByteArray getEnabledStateConnectionSpec() const { return mEnabledStateConnectionSpec; }
+    void setCheckedStateConnectionSpec(const QByteArray& spec);
+    QByteArray getCheckedStateConnectionSpec() const { return mCheckedStateConnectionSpec; }
+    // A Kel_FontManager key (not a model); a non-empty key sets the font at once.
+    void setFontConnectionSpec(const QByteArray& key);
+    QByteArray getFontConnectionSpec() const { return mFontConnectionSpec; }
+
+    // Connects the visible and enabled listeners when they are named, and
+    // the checked-state listener always.
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+
+    // Re-reads all three models and shows their values.
+    void updateAppearance();
+
+    // Matches the box's object name (or an empty name).
+    bool findPoi(const QString& dottedName, QRect* globalRect) override;
+
+protected slots:
+    // Sends the user's change to the checked-state model and puts the box
+    // back when the model refuses it.
+    void userChangedCheckedState(bool checked);
+
+private:
+    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+
+    std::unique_ptr<BoolListener> mVisibleStateListenerP;
+    std::unique_ptr<BoolListener> mEnabledStateListenerP;
+    std::unique_ptr<BoolListener> mCheckedStateListenerP;
+    QByteArray mVisibleStateConnectionSpec;
+    QByteArray mEnabledStateConnectionSpec;
+    QByteArray mCheckedStateConnectionSpec;
+    QByteArray mFontConnectionSpec;
+    // Set while the box shows a model's value or undoes a refused change, so
+    // that the resulting toggled signal is not taken for a user change.
+    bool mApplyingModelState;
+};
+
+#endif
