@@ -1,0 +1,72 @@
+#ifndef KEL_LABEL_H
+#define KEL_LABEL_H
+
+#include "Kel_WidgetConnectInterface.h"
+#include "Mvt_Action.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QByteArray>
+#include <QLabel>
+#include <memory>
+
+class QContextMenuEvent;
+
+// A label bound to models: its text and tool tip come from string models,
+// its font from the font manager, and a right-click can call an action
+// model. A label without a text specification keeps the text it was given,
+// like a plain QLabel; one whose text model is not connected is empty.
+class Kel_Label : public QLabel, public Kel_WidgetConnectInterface
+{
+    Q_OBJECT
+    Q_PROPERTY(QByteArray textConnection READ getTextConnectionSpec WRITE setTextConnectionSpec)
+    Q_PROPERTY(QByteArray fontConnection READ getFontConnectionSpec WRITE setFontConnectionSpec)
+    Q_PROPERTY(QByteArray toolTipConnection READ getToolTipConnections WRITE setToolTipConnections)
+    Q_PROPERTY(QByteArray menuConnection READ getMenuConnStr WRITE setMenuConnStr)
+
+public:
+    // The action a right-click calls, with the label and the event.
+    typedef Mvt_Action<void(QWidget*, QContextMenuEvent*)> MenuAction;
+
+    explicit Kel_Label(QWidget* parent = nullptr, const char* name = nullptr);
+    ~Kel_Label() override;
+
+    // Connection specifications; they take effect at the next makeConnections.
+    void setTextConnectionSpec(const QByteArray& spec);
+    QByteArray getTextConnectionSpec() const { return mTextConnectionSpec; }
+    void setToolTipConnections(const QByteArray& spec);
+    QByteArray getToolTipConnections() const { return mToolTipConnectionSpec; }
+    void setMenuConnStr(const QByteArray& spec);
+    QByteArray getMenuConnStr() const { return mMenuConnectionSpec; }
+    // A Kel_FontManager key (not a model); a non-empty key sets the font at once.
+    void setFontConnectionSpec(const QByteArray& key);
+    QByteArray getFontConnectionSpec() const { return mFontConnectionSpec; }
+
+    // Connects the tool-tip and menu listeners when they are named, and the
+    // text listener always.
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+
+    // Re-reads the models and shows their values.
+    void updateAppearance();
+
+protected:
+    // The text to show: the text model's value (empty while it is not
+    // connected), or the label's own text when no text model is named.
+    // Labels that format a value of another kind override it.
+    virtual QString getLabelString();
+
+    // Calls the menu action, when connected, and takes the event.
+    void contextMenuEvent(QContextMenuEvent* event) override;
+
+private:
+    typedef Mvt_SimpleValue<QString>::Listener StringListener;
+
+    std::unique_ptr<StringListener> mTextListenerP;
+    std::unique_ptr<StringListener> mToolTipListenerP;
+    std::unique_ptr<MenuAction::Listener> mMenuListenerP;
+    QByteArray mTextConnectionSpec;
+    QByteArray mToolTipConnectionSpec;
+    QByteArray mMenuConnectionSpec;
+    QByteArray mFontConnectionSpec;
+};
+
+#endif
