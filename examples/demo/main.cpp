@@ -8,6 +8,7 @@
 #include "DemoPanel.h"
 #include "DemoWindow.h"
 
+#include "Kel_Application.h"
 #include "Ost_DirPaths.h"
 #include "Ost_Resource.h"
 
@@ -27,7 +28,7 @@ int main(int argc, char** argv)
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
-    QApplication app(argc, argv);
+    Kel_Application app(argc, argv); // initialises the library
     QApplication::setApplicationName("KelCoreDemo");
     QCommandLineParser parser;
     parser.setApplicationDescription("KelCore demo application");
