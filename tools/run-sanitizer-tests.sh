@@ -51,7 +51,8 @@ if [[ -z ${CXX_COMPILER:-} ]]; then
         if command -v "$candidate" >/dev/null; then CXX_COMPILER=$candidate; break; fi
     done
 fi
-[[ -n ${CXX_COMPILER:-} ]] && command -v "$CXX_COMPILER" >/dev/null || die "clang++ not found (set CXX_COMPILER)"
+[[ -n ${CXX_COMPILER:-} ]] || die "clang++ not found (set CXX_COMPILER)"
+command -v "$CXX_COMPILER" >/dev/null || die "$CXX_COMPILER not found"
 command -v cmake >/dev/null || die "cmake not found"
 command -v ctest >/dev/null || die "ctest not found"
 
@@ -101,7 +102,8 @@ if [[ $FUZZ_SECONDS -gt 0 ]]; then
             failures+=("$target: not built")
             continue
         fi
-        rm -rf "$work" && mkdir -p "$work/corpus" "$work/artifacts" || die "cannot create $work"
+        rm -rf "$work"
+        mkdir -p "$work/corpus" "$work/artifacts" || die "cannot create $work"
         seeds=$SOURCE_DIR/fuzz/corpus/$target
         [[ -d $seeds ]] && cp -R "$seeds/." "$work/corpus/"
         options=(-max_total_time="$FUZZ_SECONDS" -timeout=10 -rss_limit_mb=2048
