@@ -2,75 +2,61 @@
 // widgets connect themselves and answer for their own children.
 #include "Kel_CheckBox.h"
 #include "Kel_ConnectionUtils.h"
-#include "Kel_WidgetConnectInterface.h"
 #include "Mve_SimpleValue.h"
 
 #include <QFrame>
 #include <QGroupBox>
 #include <QPointer>
 #include <QSplitter>
-#include <QWidget>
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace {
 
 // A bound widget that counts its connections; optionally connects its
-// children the way container widgets do, or runs a test hook.
+// children the way container widgets do, or runs a test hook first.
 class CountingWidget : public QWidget, public Kel_WidgetConnectInterface
 {
 public:
-    explicit CountingWidget(QWidget* parent = nullptr, bool connectsChildren = false)
-        : QWidget(parent), mConnectsChildren(connectsChildren)
-    {
-    }
-
+    explicit CountingWidget(QWidget* parent, bool container = false) : QWidget(parent), mContainer(container) {}
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override
     {
         ++connections;
-        lastEnvironment = environment;
         if (hook)
             hook();
-        if (mConnectsChildren)
+        if (mContainer)
             Kel_ConnectionUtils::recursiveConnectChildren(this, environment);
     }
-
     int connections = 0;
-    boost::shared_ptr<const Mv_ConnectionEnvironment> lastEnvironment;
     std::function<void()> hook;
 
 private:
-    bool mConnectsChildren;
+    bool mContainer;
 };
+
+const auto kBlank = Mv_ConnectionEnvironment::blankEnvironment;
 
 } // namespace
 
 TEST(ConnectionUtils, PlainContainersAreTransparent)
 {
+    Mve_SimpleValue<bool> muted(true, "ConnectionUtils.Muted");
+    muted.Publish();
     QWidget root;
-    auto* frame = new QFrame(&root);
-    auto* direct = new CountingWidget(frame);
-    auto* splitter = new QSplitter(&root);
-    auto* group = new QGroupBox(splitter);
-    auto* nested = new CountingWidget(group);
+    auto* direct = new CountingWidget(new QFrame(&root));
+    auto* nested = new CountingWidget(new QGroupBox(new QSplitter(&root)));
+    auto* box = new Kel_CheckBox(new QFrame(&root), "box");
+    box->setCheckedStateConnectionSpec("$Bus.Muted");
 
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+    auto env = Mv_ConnectionEnvironment::create(kBlank());
+    env->set(QStringLiteral("Bus"), QStringLiteral("ConnectionUtils"));
     Kel_ConnectionUtils::recursiveConnect(&root, env);
     EXPECT_EQ(direct->connections, 1);
     EXPECT_EQ(nested->connections, 1);
-    EXPECT_EQ(direct->lastEnvironment, env);
-    EXPECT_EQ(nested->lastEnvironment, env);
-
-    // A real bound widget two levels down shows its model.
-    Mve_SimpleValue<bool> muted(true, "ConnectionUtils.Muted");
-    muted.Publish();
-    auto* box = new Kel_CheckBox(new QFrame(&root), "box");
-    box->setCheckedStateConnectionSpec("$Bus.Muted");
-    env->set(QStringLiteral("Bus"), QStringLiteral("ConnectionUtils"));
-    Kel_ConnectionUtils::recursiveConnect(&root, env);
     EXPECT_TRUE(box->isChecked());
-    EXPECT_TRUE(box->isEnabled());
-    EXPECT_EQ(direct->connections, 2);
+    EXPECT_EQ(box->getTypeInfo(), typeid(Kel_WidgetConnectInterface));
+
+    Kel_ConnectionUtils::recursiveConnect(nullptr, env); // nothing to do
 }
 
 TEST(ConnectionUtils, BoundWidgetsAnswerForTheirChildren)
@@ -78,31 +64,18 @@ TEST(ConnectionUtils, BoundWidgetsAnswerForTheirChildren)
     QWidget root;
     auto* outer = new CountingWidget(&root);
     auto* inner = new CountingWidget(outer);
-    auto* innerFrame = new QFrame(outer);
-    auto* deeper = new CountingWidget(innerFrame);
-
-    // A bound widget's children are not walked into...
-    Kel_ConnectionUtils::recursiveConnect(&root, Mv_ConnectionEnvironment::blankEnvironment());
-    EXPECT_EQ(outer->connections, 1);
+    auto* deeper = new CountingWidget(new QFrame(outer));
+    Kel_ConnectionUtils::recursiveConnect(&root, kBlank());
+    Kel_ConnectionUtils::recursiveConnect(outer, kBlank());
+    EXPECT_EQ(outer->connections, 2);
     EXPECT_EQ(inner->connections, 0);
     EXPECT_EQ(deeper->connections, 0);
 
-    // ...the same holds when the root itself is bound...
-    Kel_ConnectionUtils::recursiveConnect(outer, Mv_ConnectionEnvironment::blankEnvironment());
-    EXPECT_EQ(outer->connections, 2);
-    EXPECT_EQ(inner->connections, 0);
-
-    // ...unless the widget connects them itself, as containers do.
-    QWidget other;
-    auto* container = new CountingWidget(&other, true);
+    // Unless the widget connects them itself, as containers do.
+    auto* container = new CountingWidget(&root, true);
     auto* child = new CountingWidget(new QFrame(container));
-    Kel_ConnectionUtils::recursiveConnect(&other, Mv_ConnectionEnvironment::blankEnvironment());
-    EXPECT_EQ(container->connections, 1);
+    Kel_ConnectionUtils::recursiveConnect(container, kBlank());
     EXPECT_EQ(child->connections, 1);
-
-    // Nothing to connect is not an error.
-    Kel_ConnectionUtils::recursiveConnect(nullptr, Mv_ConnectionEnvironment::blankEnvironment());
-    Kel_ConnectionUtils::recursiveConnectChildren(nullptr, Mv_ConnectionEnvironment::blankEnvironment());
 }
 
 TEST(ConnectionUtils, ChildrenRemovedWhileConnectingAreSkipped)
@@ -111,19 +84,8 @@ TEST(ConnectionUtils, ChildrenRemovedWhileConnectingAreSkipped)
     auto* first = new CountingWidget(&root);
     QPointer<CountingWidget> second = new CountingWidget(&root);
     auto* third = new CountingWidget(&root);
-    // Connecting the first widget rebuilds part of the form.
-    first->hook = [&second] { delete second.data(); };
-    Kel_ConnectionUtils::recursiveConnect(&root, Mv_ConnectionEnvironment::blankEnvironment());
-    EXPECT_EQ(first->connections, 1);
+    first->hook = [&second] { delete second.data(); }; // connecting rebuilds part of the form
+    Kel_ConnectionUtils::recursiveConnect(&root, kBlank());
     EXPECT_TRUE(second.isNull());
     EXPECT_EQ(third->connections, 1);
-}
-
-TEST(WidgetConnectInterface, TypeInfoIsThatOfTheInterface)
-{
-    Kel_CheckBox box;
-    const Kel_WidgetConnectInterface& bound = box;
-    EXPECT_EQ(bound.getTypeInfo(), typeid(Kel_WidgetConnectInterface));
-    CountingWidget counting;
-    EXPECT_EQ(static_cast<Kel_WidgetConnectInterface&>(counting).getTypeInfo(), typeid(Kel_WidgetConnectInterface));
 }
