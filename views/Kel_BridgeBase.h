@@ -1,0 +1,66 @@
+#ifndef KEL_BRIDGEBASE_H
+#define KEL_BRIDGEBASE_H
+
+#include <QColor>
+#include <QPixmap>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+class Kel_ViewInterface;
+class QPainter;
+class QWidget;
+
+// What the bridge widgets share: the hosted view (owned), the background
+// they paint behind it, and the dotted names of what lies under a point.
+class Kel_BridgeBase
+{
+public:
+    // widget is the bridge itself; it is not owned.
+    explicit Kel_BridgeBase(QWidget* widget);
+    virtual ~Kel_BridgeBase();
+
+    // Takes ownership of view; a view hosted before is deleted. The bridge
+    // widgets also make themselves its parent and fit themselves to it.
+    virtual void setChild(Kel_ViewInterface* view);
+    Kel_ViewInterface* getChild() const { return mChildP; }
+
+    // Filled behind the view.
+    void setBridgeBackgroundColor(const QColor& color);
+    // Drawn behind the view, over the colour: repeated from the top-left
+    // corner when tiled, else scaled to the whole area.
+    void setBridgeBackgroundPixmap(const QPixmap& pixmap, bool tiled);
+
+    // The bridge's object name, followed by "." and the hosted view's dotted
+    // name when the view lies under point (bridge coordinates). The dot is
+    // left out when the bridge has no name.
+    virtual QString findUiName(const QPoint& point);
+    // Where dottedName (the bridge's name first, unless it has none) lies on
+    // the screen: the bridge's own rectangle for its name alone, or a 1x1
+    // rectangle at the centre of the named view; a null rectangle when
+    // nothing has that name.
+    virtual QRect findPoi(const QString& dottedName);
+
+protected:
+    // Member-wise, as bridges never are copied themselves (they are widgets).
+    Kel_BridgeBase(const Kel_BridgeBase&) = default;
+    Kel_BridgeBase& operator=(const Kel_BridgeBase&) = default;
+
+    // The widget in whose coordinates the view lives: the bridge itself, or
+    // the content widget of a scroll area.
+    virtual QWidget* viewHostWidget() const { return mWidgetP; }
+    // Fills area with the background colour and picture, when set.
+    void paintBackground(QPainter& painter, const QRect& area) const;
+    // Deletes the hosted view; bridges call it from their destructors, while
+    // the widget is still whole, in case the view talks to it on its way out.
+    void deleteChild();
+
+    Kel_ViewInterface* mChildP;
+    bool mTiled;
+    QPixmap mBackgroundPixmap;
+    bool mHasBackgroundColor;
+    QColor mBackgroundColor;
+    QWidget* mWidgetP;
+};
+
+#endif
