@@ -1,0 +1,57 @@
+#include "Kel_BoolTextView.h"
+
+#include <QCoreApplication>
+
+Kel_BoolTextView::Kel_BoolTextView()
+    : Kel_ValueViewBase(), mTrueText(QCoreApplication::translate("Kel_BoolTextView", "Yes")),
+      mFalseText(QCoreApplication::translate("Kel_BoolTextView", "No")),
+      mValueListenerP(new Mvt_SimpleValue<bool>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+{
+    refreshOnNotification(*mValueListenerP);
+}
+
+Kel_BoolTextView::Kel_BoolTextView(const Kel_BoolTextView& other)
+    : Kel_ValueViewBase(other), mConnectionName(other.mConnectionName), mTrueText(other.mTrueText),
+      mFalseText(other.mFalseText),
+      mValueListenerP(new Mvt_SimpleValue<bool>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+{
+    refreshOnNotification(*mValueListenerP);
+}
+
+Kel_BoolTextView::~Kel_BoolTextView() = default;
+
+void Kel_BoolTextView::setTrueText(const QString& text)
+{
+    if (text == mTrueText)
+        return;
+    mTrueText = text;
+    updateAppearance();
+}
+
+void Kel_BoolTextView::setFalseText(const QString& text)
+{
+    if (text == mFalseText)
+        return;
+    mFalseText = text;
+    updateAppearance();
+}
+
+void Kel_BoolTextView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    connectListener(*mValueListenerP, mConnectionName, environment);
+    Kel_ValueViewBase::makeConnections(environment);
+}
+
+Kel_ViewInterface* Kel_BoolTextView::clone()
+{
+    return new Kel_BoolTextView(*this);
+}
+
+void Kel_BoolTextView::readValues()
+{
+    bool value = false;
+    if (!mValueListenerP->get(value))
+        setText(QString());
+    else
+        setText(value ? mTrueText : mFalseText);
+}

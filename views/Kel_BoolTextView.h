@@ -1,0 +1,41 @@
+#ifndef KEL_BOOLTEXTVIEW_H
+#define KEL_BOOLTEXTVIEW_H
+
+#include "Kel_ValueViewBase.h"
+#include "Mvt_SimpleValue.h"
+
+#include <memory>
+
+// Shows the value of a bool model as one of two texts ("Yes" and "No"
+// unless told otherwise). Unconnected, it shows nothing.
+class Kel_BoolTextView : public Kel_ValueViewBase
+{
+public:
+    Kel_BoolTextView();
+    // Copies the specification and the texts; the copy is unconnected.
+    Kel_BoolTextView(const Kel_BoolTextView& other);
+    ~Kel_BoolTextView() override;
+
+    // Connection specification of the bool model; takes effect at the next makeConnections.
+    void setConnectionName(const QString& spec) { mConnectionName = spec; }
+    QString getConnectionName() const { return mConnectionName; }
+    // The texts shown for true and for false.
+    void setTrueText(const QString& text);
+    QString getTrueText() const { return mTrueText; }
+    void setFalseText(const QString& text);
+    QString getFalseText() const { return mFalseText; }
+
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    Kel_ViewInterface* clone() override;
+
+protected:
+    void readValues() override;
+
+private:
+    QString mConnectionName;
+    QString mTrueText;
+    QString mFalseText;
+    std::unique_ptr<Mvt_SimpleValue<bool>::Listener> mValueListenerP;
+};
+
+#endif

@@ -1,0 +1,150 @@
+#include "Kel_HStackView.h"
+
+#include <algorithm>
+
+Kel_HStackView::Kel_HStackView() : Kel_ContainerViewBase()
+{
+}
+
+Kel_HStackView::Kel_HStackView(const Kel_HStackView& other) : Kel_ContainerViewBase(other, false)
+{
+    bool lostOne = false;
+    for (Kel_ViewInterface* view : other.mStack) {
+        Kel_ViewInterface* copy = view->clone();
+        if (!copy) {
+            lostOne = true;
+            continue;
+        }
+        Kel_ContainerViewBase::AddSubView(copy);
+        mStack.push_back(copy);
+    }
+    // Origins and sizes came with the copies; only a missing copy leaves a gap.
+    if (lostOne)
+        relayout();
+}
+
+Kel_HStackView::~Kel_HStackView() = default;
+
+Kel_ViewInterface* Kel_HStackView::viewAt(int index) const
+{
+    return index >= 0 && index < count() ? mStack[size_t(index)] : nullptr;
+}
+
+int Kel_HStackView::indexOf(const Kel_ViewInterface* view) const
+{
+    const auto it = std::find(mStack.begin(), mStack.end(), view);
+    return it == mStack.end() ? -1 : int(it - mStack.begin());
+}
+
+void Kel_HStackView::AddSubView(Kel_ViewInterface* view)
+{
+    insertView(count(), view);
+}
+
+void Kel_HStackView::insertView(int index, Kel_ViewInterface* view)
+{
+    if (!view || isSubView(view))
+        return;
+    index = std::clamp(index, 0, count());
+    Kel_ContainerViewBase::AddSubView(view);
+    mStack.insert(mStack.begin() + index, view);
+    relayout();
+}
+
+void Kel_HStackView::removeViewAt(int index)
+{
+    if (Kel_ViewInterface* view = viewAt(index))
+        removeView(view);
+}
+
+void Kel_HStackView::moveView(int from, int to)
+{
+    if (from < 0 || from >= count() || to < 0 || to >= count() || from == to)
+        return;
+    Kel_ViewInterface* view = mStack[size_t(from)];
+    mStack.erase(mStack.begin() + from);
+    mStack.insert(mStack.begin() + to, view);
+    relayout();
+}
+
+void Kel_HStackView::addProxyView(Kel_ViewInterface* view)
+{
+    if (!view || isSubView(view))
+        return;
+    Kel_ContainerViewBase::AddSubView(view);
+    mProxies.push_back(view);
+    childBitsChanged(view, view->getLocalDrawingRect(), false);
+}
+
+void Kel_HStackView::clearProxyViews()
+{
+    std::vector<Kel_ViewInterface*> proxies;
+    proxies.swap(mProxies);
+    for (Kel_ViewInterface* proxy : proxies)
+        Kel_ContainerViewBase::removeView(proxy);
+}
+
+QSize Kel_HStackView::contentSize() const
+{
+    int width = 0;
+    int height = 0;
+    for (Kel_ViewInterface* view : mStack) {
+        width += std::max(0, view->getWidth());
+        height = std::max(height, view->getHeight());
+    }
+    return QSize(width, height);
+}
+
+void Kel_HStackView::relayout()
+{
+    int x = 0;
+    for (Kel_ViewInterface* view : mStack) {
+        view->setOrigin(QPoint(x, 0));
+        x += std::max(0, view->getWidth());
+    }
+    const QSize oldSize = getSize();
+    const QSize newSize = contentSize();
+    if (newSize != oldSize)
+        setSizeAndNotifyParent(newSize);
+    // The cells moved: repaint what the stack covered before and covers now.
+    const QRect dirty = QRect(QPoint(0, 0), oldSize).united(QRect(QPoint(0, 0), newSize));
+    if (mParent && !dirty.isEmpty())
+        mParent->childBitsChanged(this, dirty, false);
+}
+
+QSize Kel_HStackView::getMinSize()
+{
+    return contentSize().expandedTo(mMinSize);
+}
+
+Kel_ViewInterface* Kel_HStackView::clone()
+{
+    return new Kel_HStackView(*this);
+}
+
+void Kel_HStackView::childSizeChanged(Kel_ViewInterface* child, QSize, QSize)
+{
+    if (indexOf(child) >= 0)
+        relayout();
+}
+
+void Kel_HStackView::removeView(Kel_ViewInterface* view)
+{
+    const auto laidOut = std::find(mStack.begin(), mStack.end(), view);
+    const bool wasLaidOut = laidOut != mStack.end();
+    if (wasLaidOut)
+        mStack.erase(laidOut);
+    else
+        mProxies.erase(std::remove(mProxies.begin(), mProxies.end(), view), mProxies.end());
+    Kel_ContainerViewBase::removeView(view);
+    if (wasLaidOut)
+        relayout();
+}
+
+void Kel_HStackView::removeAllSubViews()
+{
+    mStack.clear();
+    mProxies.clear();
+    Kel_ContainerViewBase::removeAllSubViews();
+    relayout();
+}

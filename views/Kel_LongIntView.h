@@ -1,0 +1,34 @@
+#ifndef KEL_LONGINTVIEW_H
+#define KEL_LONGINTVIEW_H
+
+#include "Kel_ValueViewBase.h"
+#include "Mvt_SimpleValue.h"
+
+#include <memory>
+
+// Shows the value of a long model as decimal text, right-aligned so that
+// numbers line up in a column. Unconnected, it shows nothing.
+class Kel_LongIntView : public Kel_ValueViewBase
+{
+public:
+    Kel_LongIntView();
+    // Copies the specification; the copy is unconnected.
+    Kel_LongIntView(const Kel_LongIntView& other);
+    ~Kel_LongIntView() override;
+
+    // Connection specification of the long model; takes effect at the next makeConnections.
+    void setConnectionName(const QString& spec) { mConnectionName = spec; }
+    QString getConnectionName() const { return mConnectionName; }
+
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    Kel_ViewInterface* clone() override;
+
+protected:
+    void readValues() override;
+
+private:
+    QString mConnectionName;
+    std::unique_ptr<Mvt_SimpleValue<long>::Listener> mValueListenerP;
+};
+
+#endif

@@ -1,0 +1,41 @@
+#ifndef KEL_STRINGVIEW_H
+#define KEL_STRINGVIEW_H
+
+#include "Kel_ValueViewBase.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QColor>
+#include <memory>
+
+// Shows the value of a string model as text, optionally in the colour held
+// by a colour model. Unconnected, it shows nothing; without a colour model
+// it draws in the painter's pen colour (the one its list or bridge chose).
+class Kel_StringView : public Kel_ValueViewBase
+{
+public:
+    Kel_StringView();
+    // Copies the specifications; the copy is unconnected.
+    Kel_StringView(const Kel_StringView& other);
+    ~Kel_StringView() override;
+
+    // Connection specification of the string model; takes effect at the next makeConnections.
+    void SetConnectionID(const QString& spec) { mConnectionID = spec; }
+    QString GetConnectionID() const { return mConnectionID; }
+    // Connection specification of the QColor model for the text colour.
+    void SetColorConn(const QString& spec) { mColorConn = spec; }
+    QString GetColorConn() const { return mColorConn; }
+
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    Kel_ViewInterface* clone() override;
+
+protected:
+    void readValues() override;
+
+private:
+    QString mConnectionID;
+    QString mColorConn;
+    std::unique_ptr<Mvt_SimpleValue<QString>::Listener> mTextListenerP;
+    std::unique_ptr<Mvt_SimpleValue<QColor>::Listener> mColorListenerP;
+};
+
+#endif

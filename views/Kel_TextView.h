@@ -1,0 +1,35 @@
+#ifndef KEL_TEXTVIEW_H
+#define KEL_TEXTVIEW_H
+
+#include "Kel_ValueViewBase.h"
+#include "Mvt_SimpleValue.h"
+
+#include <memory>
+
+// Shows the value of a string model (typically a name) as text, cut short
+// with an ellipsis at the right when it is wider than the view. Unconnected,
+// it shows nothing.
+class Kel_TextView : public Kel_ValueViewBase
+{
+public:
+    Kel_TextView();
+    // Copies the specification; the copy is unconnected.
+    Kel_TextView(const Kel_TextView& other);
+    ~Kel_TextView() override;
+
+    // Connection specification of the string model; takes effect at the next makeConnections.
+    void SetNameConnection(const QString& spec) { mNameConnection = spec; }
+    QString GetNameConnection() const { return mNameConnection; }
+
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    Kel_ViewInterface* clone() override;
+
+protected:
+    void readValues() override;
+
+private:
+    QString mNameConnection;
+    std::unique_ptr<Mvt_SimpleValue<QString>::Listener> mNameListenerP;
+};
+
+#endif

@@ -1,0 +1,97 @@
+#include "Kel_ValueViewBase.h"
+
+#include "Kel_FontManager.h"
+#include "Mv_ListenerBase.h"
+#include "Mv_MessageDispatcher.h"
+
+#include <QApplication>
+#include <QFontMetrics>
+#include <QPainter>
+
+namespace {
+
+// Room between the text and the view's left and right edges.
+const int kTextMargin = 2;
+
+// Any notification (value changed, connected or disconnected) leads to a full re-read.
+const Mv_MessageDispatcher<Kel_ValueViewBase>& dispatcher()
+{
+    static const Mv_MessageDispatcher<Kel_ValueViewBase> instance(&Kel_ValueViewBase::updateAppearance);
+    return instance;
+}
+
+} // namespace
+
+const char* const Kel_ValueViewBase::kListFontKey = "FontSettings.Kel_ListView.Font";
+
+QFont Kel_ValueViewBase::listFont()
+{
+    const QString key = QString::fromLatin1(kListFontKey);
+    return Kel_FontManager::hasFont(key) ? Kel_FontManager::getFont(key) : QApplication::font();
+}
+
+Kel_ValueViewBase::Kel_ValueViewBase()
+    : Kel_ViewBase(), mText(), mTextColor(), mAlignment(Qt::AlignLeft | Qt::AlignVCenter), mElideMode(Qt::ElideNone),
+      mHasOwnFont(false), mFont()
+{
+}
+
+Kel_ValueViewBase::Kel_ValueViewBase(const Kel_ValueViewBase& other)
+    : Kel_ViewBase(other), mText(), mTextColor(), mAlignment(other.mAlignment), mElideMode(other.mElideMode),
+      mHasOwnFont(other.mHasOwnFont), mFont(other.mFont)
+{
+}
+
+Kel_ValueViewBase::~Kel_ValueViewBase() = default;
+
+void Kel_ValueViewBase::setFont(const QFont& font)
+{
+    mFont = font;
+    mHasOwnFont = true;
+}
+
+QFont Kel_ValueViewBase::getFont() const
+{
+    return mHasOwnFont ? mFont : listFont();
+}
+
+void Kel_ValueViewBase::updateAppearance()
+{
+    readValues();
+    sendAllBitsChanged();
+}
+
+void Kel_ValueViewBase::drawContents(QPainter* painter, const QRect&)
+{
+    readValues();
+    if (!painter || mText.isEmpty())
+        return;
+    painter->save();
+    painter->setFont(getFont());
+    if (mTextColor.isValid())
+        painter->setPen(mTextColor);
+    const QRect box = getLocalDrawingRect().adjusted(kTextMargin, 0, -kTextMargin, 0);
+    QString text = mText;
+    if (mElideMode != Qt::ElideNone)
+        text = painter->fontMetrics().elidedText(text, mElideMode, box.width());
+    painter->drawText(box, int(mAlignment) | Qt::TextSingleLine, text);
+    painter->restore();
+}
+
+void Kel_ValueViewBase::refreshOnNotification(Mv_ListenerBase& listener)
+{
+    listener.setReceiveMessageCB([this](const Mv_MessageInterface& message) { dispatcher().dispatch(this, message); });
+}
+
+void Kel_ValueViewBase::connectListener(Mv_ListenerBase& listener, const QString& spec,
+                                        boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    if (spec.isEmpty()) {
+        // No longer bound: leave the model named at an earlier connection.
+        if (!listener.GetConnectionName().isEmpty())
+            listener.ClearConnection();
+        return;
+    }
+    listener.SetConnectionName(spec);
+    listener.connect(environment);
+}

@@ -1,0 +1,72 @@
+#ifndef KEL_VALUEVIEWBASE_H
+#define KEL_VALUEVIEWBASE_H
+
+#include "Kel_ViewBase.h"
+
+#include <QColor>
+#include <QFont>
+#include <QString>
+
+class Mv_ListenerBase;
+
+// The common part of views that show a model value as one line of text:
+// drawing in the list font, the text colour, alignment and eliding, and the
+// refresh on model notifications. Values are read again at every paint, so
+// that one row view re-used for every row of a list (its listeners follow
+// "$Row" through an index model) draws each row's own value.
+class Kel_ValueViewBase : public Kel_ViewBase
+{
+public:
+    // Font-manager key of the font that list rows are drawn with.
+    static const char* const kListFontKey;
+    // The font stored under kListFontKey when the font manager has one,
+    // else the application font (asking never adds the key).
+    static QFont listFont();
+
+    Kel_ValueViewBase();
+    Kel_ValueViewBase(const Kel_ValueViewBase& other);
+    Kel_ValueViewBase& operator=(const Kel_ValueViewBase&) = delete;
+    ~Kel_ValueViewBase() override;
+
+    // The text as last read from the models (at the last notification or paint).
+    QString getText() const { return mText; }
+    // The text colour as last read; invalid means the colour of the painter's pen.
+    QColor getTextColor() const { return mTextColor; }
+
+    // Placement of the text inside the view; left and vertically centred by default.
+    void setAlignment(Qt::Alignment alignment) { mAlignment = alignment; }
+    Qt::Alignment getAlignment() const { return mAlignment; }
+    // A font of the view's own instead of the list font.
+    void setFont(const QFont& font);
+    // Back to the list font.
+    void unsetFont() { mHasOwnFont = false; }
+    QFont getFont() const;
+
+    // Re-reads the models and asks the parent to repaint the view.
+    void updateAppearance();
+    // Re-reads the models and draws the text inside the view.
+    void drawContents(QPainter* painter, const QRect& rect) override;
+
+protected:
+    // Reads the bound models into the text and the colour (setText, setTextColor).
+    virtual void readValues() = 0;
+    void setText(const QString& text) { mText = text; }
+    void setTextColor(const QColor& color) { mTextColor = color; }
+    void setElideMode(Qt::TextElideMode mode) { mElideMode = mode; }
+    // Sends every notification of listener to updateAppearance.
+    void refreshOnNotification(Mv_ListenerBase& listener);
+    // Gives listener spec and connects it in environment; an empty spec
+    // leaves the listener unconnected.
+    static void connectListener(Mv_ListenerBase& listener, const QString& spec,
+                                boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+
+private:
+    QString mText;
+    QColor mTextColor;
+    Qt::Alignment mAlignment;
+    Qt::TextElideMode mElideMode;
+    bool mHasOwnFont;
+    QFont mFont;
+};
+
+#endif
