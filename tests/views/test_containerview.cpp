@@ -1,0 +1,238 @@
+// Container views: routing by z-order, requests passed up, dotted names,
+// ownership of sub-views and copies. Input arrives through a plain bridge
+// as real Qt events.
+#define QTEST_QPA_MOUSE_HANDLING
+#include "Kel_BridgeQWidget.h"
+#include "Kel_ContainerViewBase.h"
+#include "ViewTestSupport.h"
+
+#include <QApplication>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A container of 200 x 100 named "Panel" in a plain bridge in a shown window.
+struct HostedPanel
+{
+    HostedPanel()
+    {
+        bridge = new Kel_BridgeQWidget(&window, "Bridge");
+        panel = new Kel_ContainerViewBase;
+        panel->setName(QStringLiteral("Panel"));
+        panel->setSize(QSize(200, 100));
+        bridge->setChild(panel);
+        window.resize(200, 100);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    ProbeView* add(const QString& name, const QRect& rect, long z = 0)
+    {
+        auto* view = new ProbeView(name, rect, z, &log);
+        panel->AddSubView(view);
+        return view;
+    }
+    QWidget window;
+    Kel_BridgeQWidget* bridge;
+    Kel_ContainerViewBase* panel;
+    QStringList log;
+};
+
+} // namespace
+
+TEST(ContainerView, PressGoesDownTheZOrderUntilAViewTakesIt)
+{
+    HostedPanel host;
+    ProbeView* low = host.add(QStringLiteral("Low"), QRect(0, 0, 50, 50), 1);
+    ProbeView* high = host.add(QStringLiteral("High"), QRect(20, 20, 50, 50), 2);
+    high->takesMouse = false;
+    low->setAcceptsFocus(true);
+
+    QTest::mousePress(host.bridge, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+    EXPECT_EQ(host.log, (QStringList{"press High 10,10", "press Low 30,30"}));
+    EXPECT_EQ(host.panel->getMouseView(), low);
+    EXPECT_EQ(host.panel->getFocusView(), low);
+
+    // The view that took the press keeps the mouse outside every view, until the release.
+    host.log.clear();
+    QTest::mouseMove(host.bridge, QPoint(150, 90));
+    QTest::mouseRelease(host.bridge, Qt::LeftButton, Qt::NoModifier, QPoint(150, 90));
+    EXPECT_EQ(host.log, (QStringList{"move Low 150,90", "release Low 150,90"}));
+    EXPECT_EQ(host.panel->getMouseView(), nullptr);
+
+    // Keys go to the focus view, which a view that does not want focus never becomes.
+    host.log.clear();
+    high->takesMouse = true;
+    QTest::mouseClick(host.bridge, Qt::LeftButton, Qt::NoModifier, QPoint(60, 60));
+    QTest::keyClick(host.bridge, Qt::Key_A);
+    EXPECT_EQ(host.log, (QStringList{"press High 40,40", "release High 40,40", "key Low a"}));
+
+    // A press on no view reaches no view and nobody takes the mouse.
+    host.log.clear();
+    QTest::mouseClick(host.bridge, Qt::LeftButton, Qt::NoModifier, QPoint(190, 5));
+    EXPECT_TRUE(host.log.isEmpty());
+    EXPECT_EQ(host.panel->getMouseView(), nullptr);
+}
+
+TEST(ContainerView, PaintsByZOrderAndKeepsAddingOrderForEqualOnes)
+{
+    Kel_ContainerViewBase panel;
+    QStringList log;
+    auto* top = new ProbeView(QStringLiteral("Top"), QRect(0, 0, 40, 40), 5, &log);
+    panel.AddSubView(top);
+    panel.AddSubView(new ProbeView(QStringLiteral("First"), QRect(10, 10, 40, 40), 1, &log));
+    panel.AddSubView(new ProbeView(QStringLiteral("Second"), QRect(100, 0, 40, 40), 1, &log));
+    top->setZOrder(0); // refiling happens only when a view is added
+
+    QImage image(200, 100, QImage::Format_ARGB32);
+    QPainter painter(&image);
+    panel.drawContents(&painter, QRect(20, 20, 100, 10));
+    EXPECT_EQ(log, (QStringList{"paint First 10,10 30x10", "paint Second 0,20 20x10", "paint Top 20,20 20x10"}));
+
+    // A view whose z-order changed is still found for removal.
+    const int destroyed = ProbeView::sDestroyed;
+    panel.removeView(top);
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
+    EXPECT_EQ(panel.getSubViews().size(), 2u);
+}
+
+TEST(ContainerView, RequestsTravelUpTranslated)
+{
+    RecordingParent root;
+    Kel_ContainerViewBase outer;
+    outer.setName(QStringLiteral("Outer"));
+    outer.setParent(&root);
+    auto* inner = new Kel_ContainerViewBase;
+    inner->setName(QStringLiteral("Inner"));
+    inner->setRectInParent(QRect(100, 1000, 50, 50));
+    outer.AddSubView(inner);
+    auto* leaf = new ProbeView(QStringLiteral("Leaf"), QRect(5, 20, 10, 10));
+    inner->AddSubView(leaf);
+
+    leaf->sendAllBitsChanged();
+    leaf->sendAllBitsChangedImmediate();
+    inner->overlayChildEditWidget(leaf, nullptr, 1, 2);
+    inner->childInsertedColumn(leaf);
+    EXPECT_EQ(root.log, (QStringList{"bits Outer 105,1020 10x10", "bits Outer 105,1020 10x10 now",
+                                     "overlay Outer 106,1022", "column Leaf"}));
+
+    // Removing repaints the view's area at once, then deletes it; strangers are left alone.
+    root.log.clear();
+    const int destroyed = ProbeView::sDestroyed;
+    ProbeView stranger(QStringLiteral("Stranger"), QRect(0, 0, 5, 5));
+    inner->removeView(&stranger);
+    inner->removeView(nullptr);
+    inner->removeView(leaf);
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
+    EXPECT_EQ(root.log, QStringList{"bits Outer 105,1020 10x10 now"});
+
+    // Without a parent, requests are dropped.
+    Kel_ContainerViewBase orphan;
+    auto* child = new ProbeView(QStringLiteral("Child"), QRect(0, 0, 5, 5));
+    orphan.AddSubView(child);
+    child->sendAllBitsChanged();
+    EXPECT_EQ(orphan.getBridgeWidget(), nullptr);
+}
+
+TEST(ContainerView, DottedNamesAndToolTips)
+{
+    Kel_ContainerViewBase panel;
+    panel.setName(QStringLiteral("Panel"));
+    panel.setSize(QSize(300, 200));
+    auto* row = new Kel_ContainerViewBase;
+    row->setName(QStringLiteral("Row"));
+    row->setRectInParent(QRect(10, 50, 200, 20));
+    panel.AddSubView(row);
+    auto* button = new ProbeView(QStringLiteral("Button"), QRect(100, 0, 20, 20));
+    button->tip = QStringLiteral("Press me");
+    row->AddSubView(button);
+
+    QPoint where;
+    EXPECT_TRUE(panel.findItem(QStringLiteral("Panel.Row"), &where));
+    EXPECT_EQ(where, QPoint(10, 50) + QRect(0, 0, 200, 20).center());
+    EXPECT_TRUE(panel.findItem(QStringLiteral("Panel.Row.Button"), &where));
+    EXPECT_EQ(where, QPoint(110, 50) + QRect(0, 0, 20, 20).center());
+    EXPECT_TRUE(panel.findItem(QStringLiteral("Panel"), &where));
+    EXPECT_EQ(where, QRect(0, 0, 300, 200).center());
+    EXPECT_FALSE(panel.findItem(QStringLiteral("Other.Row"), &where));
+    EXPECT_FALSE(panel.findItem(QStringLiteral("Panel.Missing"), &where));
+
+    EXPECT_EQ(panel.findUiName(QPoint(115, 55)), QStringLiteral("Panel.Row.Button"));
+    EXPECT_EQ(panel.findUiName(QPoint(20, 55)), QStringLiteral("Panel.Row"));
+    EXPECT_EQ(panel.findUiName(QPoint(5, 5)), QStringLiteral("Panel"));
+
+    QRect rect;
+    QString text;
+    EXPECT_TRUE(panel.getToolTip(QPoint(115, 55), &rect, &text));
+    EXPECT_EQ(text, QStringLiteral("Press me"));
+    EXPECT_EQ(rect, QRect(110, 50, 20, 20));
+    EXPECT_FALSE(panel.getToolTip(QPoint(20, 55), &rect, &text));
+
+    AssertLog asserts;
+    EXPECT_TRUE(panel.getToolTip(QPoint(115, 55), nullptr, &text));
+    EXPECT_EQ(asserts.reports, QStringList{"oTipRect @ Kel_ContainerViewBase"});
+}
+
+TEST(ContainerView, CloneCopiesTheSubViewsDeeply)
+{
+    auto original = std::make_unique<Kel_ContainerViewBase>();
+    original->setName(QStringLiteral("Panel"));
+    original->AddSubView(new ProbeView(QStringLiteral("B"), QRect(0, 0, 10, 10), 2));
+    original->AddSubView(new ProbeView(QStringLiteral("A"), QRect(5, 5, 10, 10), 1));
+    original->AddSubView(new ProbeView(QStringLiteral("C"), QRect(8, 8, 10, 10), 2));
+
+    std::unique_ptr<Kel_ViewInterface> copy(original->clone());
+    auto* panel = dynamic_cast<Kel_ContainerViewBase*>(copy.get());
+    ASSERT_NE(panel, nullptr);
+    original.reset();
+    QStringList order;
+    for (const auto& entry : panel->getSubViews()) {
+        order << QStringLiteral("%1 %2").arg(entry.second->getName(), rectText(entry.second->getRectInParent()));
+        EXPECT_EQ(entry.second->getParent(), panel);
+    }
+    EXPECT_EQ(order, (QStringList{"A 5,5 10x10", "B 0,0 10x10", "C 8,8 10x10"}));
+    EXPECT_EQ(panel->findUiName(QPoint(9, 9)), QStringLiteral("Panel.C"));
+
+    panel->removeAllSubViews();
+    EXPECT_TRUE(panel->getSubViews().empty());
+}
+
+TEST(ContainerView, DragFollowsTheViewThatTakesIt)
+{
+    HostedPanel host;
+    host.bridge->setAcceptDrops(true);
+    ProbeView* left = host.add(QStringLiteral("Left"), QRect(0, 0, 100, 100));
+    ProbeView* right = host.add(QStringLiteral("Right"), QRect(100, 0, 100, 100));
+    QMimeData data;
+    data.setText(QStringLiteral("clip"));
+    const Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction;
+    auto move = [&](const QPoint& p) {
+        QDragMoveEvent event(p, actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(host.bridge, &event);
+        return event.isAccepted();
+    };
+
+    QDragEnterEvent enter(QPoint(10, 10), actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(host.bridge, &enter);
+    EXPECT_TRUE(move(QPoint(20, 10)));
+    EXPECT_TRUE(move(QPoint(120, 10)));
+    right->takesDrags = false;
+    EXPECT_FALSE(move(QPoint(130, 10)));
+    EXPECT_EQ(host.log, (QStringList{"enter Left 10,10", "dragmove Left 20,10", "enter Right 20,10", "leave Left",
+                                     "dragmove Right 20,10", "dragmove Right 30,10"}));
+
+    // A view that refuses the enter does not take the drag from the one below it.
+    host.log.clear();
+    left->setRectInParent(QRect(0, 0, 200, 100));
+    left->setZOrder(0);
+    EXPECT_TRUE(move(QPoint(50, 10)));
+    EXPECT_TRUE(move(QPoint(150, 10)));
+    QDropEvent drop(QPoint(150, 10), actions, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(host.bridge, &drop);
+    EXPECT_TRUE(drop.isAccepted());
+    EXPECT_EQ(host.log, (QStringList{"enter Left 50,10", "leave Right", "dragmove Left 50,10", "enter Right 50,10",
+                                     "dragmove Left 150,10", "drop Left 150,10"}));
+}

@@ -1,0 +1,158 @@
+// Views that show model values as text: re-reading on notifications,
+// reading again at paint time (one row view for every row), fonts.
+#include "Kel_BoolTextView.h"
+#include "Kel_FontManager.h"
+#include "Kel_HStackView.h"
+#include "Kel_LongIntView.h"
+#include "Kel_StringView.h"
+#include "Kel_TextView.h"
+#include "Mve_Index.h"
+#include "Mve_RecordArray.h"
+#include "Mve_SimpleValue.h"
+#include "ViewTestSupport.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <gtest/gtest.h>
+
+namespace {
+
+// Draws view on a recording device with a blue pen; answers what was drawn.
+std::vector<TextRecorder::Text> draw(Kel_ViewInterface& view)
+{
+    TextRecorder device;
+    QPainter painter(&device);
+    painter.setPen(Qt::blue);
+    view.drawContents(&painter, view.getLocalDrawingRect());
+    painter.end();
+    return device.drawn;
+}
+
+} // namespace
+
+TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
+{
+    Mve_SimpleValue<QString> state(QStringLiteral("stopped"), "ValueViews.State");
+    state.Publish();
+    Mve_SimpleValue<QColor> color(QColor(Qt::red), "ValueViews.StateColor");
+    RecordingParent parent;
+    Kel_StringView view;
+    view.setName(QStringLiteral("State"));
+    view.setSize(QSize(100, 20));
+    view.setParent(&parent);
+    EXPECT_TRUE(draw(view).empty()); // unconnected: nothing to show
+
+    view.SetConnectionID(QStringLiteral("$Deck.State"));
+    view.SetColorConn(QStringLiteral("$Deck.StateColor"));
+    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+    env->set(QStringLiteral("Deck"), QStringLiteral("ValueViews"));
+    view.makeConnections(env);
+    EXPECT_EQ(view.getText(), QStringLiteral("stopped"));
+    EXPECT_FALSE(view.getTextColor().isValid()); // its model is not published yet
+    EXPECT_TRUE(parent.log.contains(QStringLiteral("bits State 0,0 100x20")));
+
+    parent.log.clear();
+    color.Publish();
+    state.setValue(QStringLiteral("playing"));
+    EXPECT_EQ(parent.log, (QStringList{"bits State 0,0 100x20", "bits State 0,0 100x20"}));
+    auto drawn = draw(view);
+    ASSERT_EQ(drawn.size(), 1u);
+    EXPECT_EQ(drawn[0].text, QStringLiteral("playing"));
+    EXPECT_EQ(drawn[0].color, QColor(Qt::red));
+
+    // Without its colour model the text takes the pen its painter was given.
+    color.UnPublish();
+    drawn = draw(view);
+    ASSERT_EQ(drawn.size(), 1u);
+    EXPECT_EQ(drawn[0].color, QColor(Qt::blue));
+}
+
+TEST(ValueViews, OneRowViewDrawsEveryRow)
+{
+    Mve_RecordArray clips("ValueViews.Clips");
+    clips.addField<QString>("name");
+    clips.addField<long>("duration");
+    clips.addField<bool>("selected", false);
+    clips.Publish();
+    clips.appendRow();
+    clips.setValue<QString>(0, "name", "Intro");
+    clips.setValue<long>(0, "duration", 12);
+    clips.setValue<bool>(0, "selected", true);
+    clips.appendRow();
+    clips.setValue<QString>(1, "name", "A clip whose name is far too long for its column");
+    clips.setValue<long>(1, "duration", -3);
+    Mve_Index<long> current(0, "ValueViews.CurrentRow");
+    current.Publish();
+
+    Kel_HStackView prototype;
+    auto* name = new Kel_TextView;
+    name->SetNameConnection(QStringLiteral("ValueViews.Clips.name[$Row]"));
+    name->setSize(QSize(60, 20));
+    prototype.AddSubView(name);
+    auto* duration = new Kel_LongIntView;
+    duration->setConnectionName(QStringLiteral("ValueViews.Clips.duration[$Row]"));
+    duration->setSize(QSize(40, 20));
+    prototype.AddSubView(duration);
+    auto* selected = new Kel_BoolTextView;
+    selected->setConnectionName(QStringLiteral("ValueViews.Clips.selected[$Row]"));
+    selected->setTrueText(QStringLiteral("selected"));
+    selected->setFalseText(QStringLiteral("-"));
+    selected->setSize(QSize(80, 20));
+    prototype.AddSubView(selected);
+
+    // A copy carries the specifications, unconnected; connected, it follows $Row.
+    std::unique_ptr<Kel_ViewInterface> row(prototype.clone());
+    EXPECT_TRUE(draw(*row).empty());
+    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+    env->set(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow"));
+    row->makeConnections(env);
+    EXPECT_TRUE(draw(prototype).empty());
+
+    const auto first = draw(*row);
+    ASSERT_EQ(first.size(), 3u);
+    EXPECT_EQ(first[0].text, QStringLiteral("Intro"));
+    EXPECT_EQ(first[1].text, QStringLiteral("12"));
+    EXPECT_EQ(first[2].text, QStringLiteral("selected"));
+    EXPECT_GE(first[0].position.x(), 2);    // inside the name cell
+    EXPECT_GT(first[1].position.x(), 60);   // right-aligned in the duration cell
+    EXPECT_GE(first[2].position.x(), 102);  // translated into the third cell
+
+    current.setValue(1);
+    const auto second = draw(*row);
+    ASSERT_EQ(second.size(), 3u);
+    EXPECT_TRUE(second[0].text.endsWith(QChar(0x2026))) << second[0].text.toStdString();
+    EXPECT_EQ(second[1].text, QStringLiteral("-3"));
+    EXPECT_EQ(second[2].text, QStringLiteral("-"));
+
+    // Gone model: nothing to show, not the texts of a false value.
+    clips.UnPublish();
+    EXPECT_TRUE(draw(*row).empty());
+}
+
+TEST(ValueViews, TextIsDrawnInTheListFont)
+{
+    const QString key = QString::fromLatin1(Kel_ValueViewBase::kListFontKey);
+    if (!Kel_FontManager::hasFont(key)) {
+        EXPECT_EQ(Kel_ValueViewBase::listFont(), QApplication::font());
+        EXPECT_FALSE(Kel_FontManager::hasFont(key)); // asking does not add it
+    }
+    QFont listFont = QApplication::font();
+    listFont.setPointSize(31);
+    Kel_FontManager::setFont(key, listFont);
+
+    Mve_SimpleValue<long> volume(60, "ValueViews.Volume");
+    volume.Publish();
+    Kel_LongIntView view;
+    view.setSize(QSize(100, 40));
+    view.setConnectionName(QStringLiteral("ValueViews.Volume"));
+    view.makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    EXPECT_EQ(draw(view).at(0).font.pointSize(), 31);
+
+    QFont own = listFont;
+    own.setPointSize(7);
+    view.setFont(own);
+    EXPECT_EQ(draw(view).at(0).font.pointSize(), 7);
+    view.unsetFont();
+    EXPECT_EQ(draw(view).at(0).font.pointSize(), 31);
+    Kel_FontManager::setFont(key, QApplication::font()); // the table cannot forget a key
+}
