@@ -1,0 +1,98 @@
+#include "Mnu_BooleanSegment.h"
+
+#include "Mnu_Manager.h"
+#include "Mnu_Menu.h"
+
+#include <QDebug>
+#include <QDomElement>
+
+Mnu_BooleanSegment::Mnu_BooleanSegment(Mnu_Menu* menu, QDomElement* element)
+    : Mnu_Segment(menu), mChecked(false)
+{
+    if (element)
+        xmlParser(element);
+}
+
+Mnu_BooleanSegment::~Mnu_BooleanSegment() = default;
+
+int Mnu_BooleanSegment::instantiate(Mnu_Manager* manager)
+{
+    mManagerP = manager;
+    mItemID = Mnu_MenuID();
+    refreshState();
+    doWhatsThisConnections();
+    if (!mVisible || !manager)
+        return 0;
+    mItemID = manager->insertItem(mName, mDisplayedText);
+    if (!mItemID.IsValid())
+        return 0;
+    mMenuP->setIDAssignedToSegment(this, mItemID);
+    if (!mEffectiveAccelerator.isEmpty())
+        manager->setItemAccelerator(mItemID, mEffectiveAccelerator);
+    manager->setItemEnabled(mItemID, mEnabled);
+    manager->setItemCheckable(mItemID, true);
+    manager->setItemChecked(mItemID, mChecked);
+    if (!mEffectiveWhatsThisText.isEmpty())
+        manager->setWhatsThis(mItemID, mEffectiveWhatsThisText);
+    return 1;
+}
+
+int Mnu_BooleanSegment::getVisibleItemCount()
+{
+    return mVisible ? 1 : 0;
+}
+
+int Mnu_BooleanSegment::getItemCount()
+{
+    return 1;
+}
+
+void Mnu_BooleanSegment::itemActivated(Mnu_MenuID id)
+{
+    if (!mBooleanListenerP || !mBooleanListenerP->isConnectedToModel())
+        return;
+    mChecked = !mChecked;
+    if (mManagerP)
+        mManagerP->setItemChecked(id, mChecked);
+    mBooleanListenerP->set(mChecked);
+}
+
+void Mnu_BooleanSegment::refreshState()
+{
+    Mnu_Segment::instantiate(mManagerP);
+    if (mEnabled && mVisible) {
+        if (mBooleanListenerP && mBooleanListenerP->isConnectedToModel())
+            mChecked = mBooleanListenerP->value(false);
+        else
+            mEnabled = false;
+    }
+}
+
+Mnu_MenuID Mnu_BooleanSegment::getIndexedID(int)
+{
+    return mItemID;
+}
+
+void Mnu_BooleanSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    Mnu_Segment::makeConnections(environment);
+    mBooleanListenerP.reset(new BoolListener());
+    mBooleanListenerP->SetConnectionName(mBooleanConnectionName);
+    mBooleanListenerP->connect(environment ? environment : Mv_ConnectionEnvironment::blankEnvironment());
+}
+
+void Mnu_BooleanSegment::dump(const QString& prefix) const
+{
+    dumpSegmentInformation(prefix, "Mnu_BooleanSegment");
+    qDebug("%s   booleanConnectionName: [%s], checked[%d]", qPrintable(prefix), qPrintable(mBooleanConnectionName),
+           int(mChecked));
+}
+
+bool Mnu_BooleanSegment::parseSubElement(QDomElement* element)
+{
+    if (element->tagName() == QLatin1String("BooleanConnectionName")) {
+        mBooleanConnectionName = element->text();
+        return true;
+    }
+    return Mnu_Segment::parseSubElement(element);
+}

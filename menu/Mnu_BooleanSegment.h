@@ -1,0 +1,39 @@
+#ifndef MNU_BOOLEANSEGMENT_H
+#define MNU_BOOLEANSEGMENT_H
+
+#include "Mnu_Segment.h"
+
+#include <memory>
+
+// A checkable item showing a boolean model; choosing it toggles the model.
+class Mnu_BooleanSegment : public Mnu_Segment
+{
+    Q_OBJECT
+
+public:
+    Mnu_BooleanSegment(Mnu_Menu* menu, QDomElement* element);
+    ~Mnu_BooleanSegment() override;
+
+    int instantiate(Mnu_Manager* manager) override;
+    int getVisibleItemCount() override;
+    int getItemCount() override;
+    void itemActivated(Mnu_MenuID id) override;
+    void refreshState() override;
+    Mnu_MenuID getIndexedID(int index) override;
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    void dump(const QString& prefix) const override;
+
+    QString getBooleanConnectionName() const { return mBooleanConnectionName; }
+    void setBooleanConnectionName(const QString& name) { mBooleanConnectionName = name; }
+
+protected:
+    bool parseSubElement(QDomElement* element) override;
+
+private:
+    Mnu_MenuID mItemID;
+    bool mChecked;
+    QString mBooleanConnectionName;
+    std::unique_ptr<BoolListener> mBooleanListenerP;
+};
+
+#endif

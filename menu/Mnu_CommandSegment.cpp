@@ -1,0 +1,132 @@
+#include "Mnu_CommandSegment.h"
+
+#include "Mnu_Manager.h"
+#include "Mnu_Menu.h"
+#include "Mv_Utils.h"
+#include "Mv_Variant.h"
+#include "Uip_ParseNode.h"
+#include "Uip_ParseScript.h"
+
+#include <QDebug>
+#include <QDomElement>
+#include <QTimer>
+
+Mnu_CommandSegment::Mnu_CommandSegment(Mnu_Menu* menu, QDomElement* element)
+    : Mnu_Segment(menu), mConnected(false)
+{
+    if (element)
+        xmlParser(element);
+}
+
+Mnu_CommandSegment::~Mnu_CommandSegment() = default;
+
+int Mnu_CommandSegment::instantiate(Mnu_Manager* manager)
+{
+    mManagerP = manager;
+    mItemID = Mnu_MenuID();
+    refreshState();
+    doWhatsThisConnections();
+    if (!mVisible || !manager)
+        return 0;
+    mItemID = manager->insertItem(mName, mDisplayedText);
+    if (!mItemID.IsValid())
+        return 0;
+    mMenuP->setIDAssignedToSegment(this, mItemID);
+    if (!mEffectiveAccelerator.isEmpty())
+        manager->setItemAccelerator(mItemID, mEffectiveAccelerator);
+    manager->setItemEnabled(mItemID, mEnabled);
+    if (!mIconName.isEmpty() && mIconDataP)
+        manager->setItemIcon(mItemID, mIconDataP.get(), mIconDataLength);
+    if (!mEffectiveWhatsThisText.isEmpty())
+        manager->setWhatsThis(mItemID, mEffectiveWhatsThisText);
+    return 1;
+}
+
+int Mnu_CommandSegment::getVisibleItemCount()
+{
+    return mVisible ? 1 : 0;
+}
+
+int Mnu_CommandSegment::getItemCount()
+{
+    return 1;
+}
+
+void Mnu_CommandSegment::itemActivated(Mnu_MenuID)
+{
+    if (!mParseTreeP)
+        return;
+    // Never run inside the menu's own activation: the script may well
+    // change or destroy the menu.
+    if (!Mv_Utils::Mv_AddDelayedAction(mEnvironment, mActionScript))
+        QTimer::singleShot(0, this, &Mnu_CommandSegment::itemActivatedTimer);
+}
+
+void Mnu_CommandSegment::refreshState()
+{
+    Mnu_Segment::instantiate(mManagerP);
+    if (mEnabled && mVisible)
+        mEnabled = mParseTreeP && mParseTreeP->isConnected();
+}
+
+Mnu_MenuID Mnu_CommandSegment::getIndexedID(int)
+{
+    return mItemID;
+}
+
+bool Mnu_CommandSegment::activate(Mnu_MenuID id)
+{
+    itemActivated(id);
+    return true;
+}
+
+void Mnu_CommandSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    Mnu_Segment::makeConnections(environment);
+    mEnvironment = environment ? environment : Mv_ConnectionEnvironment::blankEnvironment();
+    mConnected = true;
+    connectScript();
+}
+
+void Mnu_CommandSegment::connectScript()
+{
+    if (!mParseTreeP && !mActionScript.isEmpty())
+        mParseTreeP.reset(Uip_ParseScript(mActionScript, nullptr));
+    // A script that does not connect is dropped: the item stays disabled
+    // until the segment is connected again.
+    if (mParseTreeP && !mParseTreeP->ConnectAndTypeCheck(mEnvironment, nullptr))
+        mParseTreeP.reset();
+}
+
+void Mnu_CommandSegment::dump(const QString& prefix) const
+{
+    dumpSegmentInformation(prefix, "Mnu_CommandSegment");
+    qDebug("%s   action script: [%s]", qPrintable(prefix), qPrintable(mActionScript));
+}
+
+void Mnu_CommandSegment::setActionScript(const QString& script)
+{
+    if (script == mActionScript)
+        return;
+    mActionScript = script;
+    mParseTreeP.reset();
+    if (mConnected)
+        connectScript();
+}
+
+void Mnu_CommandSegment::itemActivatedTimer()
+{
+    if (!mParseTreeP)
+        return;
+    Mv_Variant result;
+    mParseTreeP->Evaluate(&result);
+}
+
+bool Mnu_CommandSegment::parseSubElement(QDomElement* element)
+{
+    if (element->tagName() == QLatin1String("ActionScript")) {
+        mActionScript = element->text();
+        return true;
+    }
+    return Mnu_Segment::parseSubElement(element);
+}

@@ -1,0 +1,65 @@
+#ifndef MNU_LISTSEGMENT_H
+#define MNU_LISTSEGMENT_H
+
+#include "Mnu_Segment.h"
+#include "Mvt_Array.h"
+#include "Mvt_ArrayContainer.h"
+
+#include <QPixmap>
+#include <map>
+#include <memory>
+#include <vector>
+
+// One item per element of an array model. Each element's fields come from
+// arrays named after the items connection name with a suffix: ".name",
+// ".id", ".accelerator", ".iconName", ".icon" and ".selected"; choosing an
+// item toggles its ".selected" field.
+class Mnu_ListSegment : public Mnu_Segment
+{
+    Q_OBJECT
+
+public:
+    Mnu_ListSegment(Mnu_Menu* menu, QDomElement* element);
+    ~Mnu_ListSegment() override;
+
+    int instantiate(Mnu_Manager* manager) override;
+    int getVisibleItemCount() override;
+    int getItemCount() override;
+    void itemActivated(Mnu_MenuID id) override;
+    void refreshState() override;
+    Mnu_MenuID getIndexedID(int index) override;
+    bool activate(Mnu_MenuID id) override;
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    void dump(const QString& prefix) const override;
+
+    QString getItemsConnectionName() const { return mItemsConnectionName; }
+    // Renames the ".name", ".id", ".selected" and array listeners at once;
+    // the others take the new name at the next makeConnections.
+    void setItemsConnectionName(const QString& name);
+    // The ".id" value of the element that made id, or an empty string.
+    QString getItemIdentifier(Mnu_MenuID id) const;
+
+protected:
+    bool parseSubElement(QDomElement* element) override;
+
+private:
+    int getIDIndex(Mnu_MenuID id);
+
+    typedef Mvt_Array<Mvt_SimpleValue<QString>>::Listener StringArrayListener;
+    typedef Mvt_Array<Mvt_SimpleValue<bool>>::Listener BoolArrayListener;
+    typedef Mvt_Array<Mvt_SimpleValue<QPixmap>>::Listener PixmapArrayListener;
+
+    std::map<Mnu_MenuID, QString> mItemIdentifierMap;
+    int mItemIdentifierMapSize;
+    std::vector<Mnu_MenuID> mIDs;
+    QString mItemsConnectionName;
+    std::unique_ptr<StringArrayListener> mNameListenerP;
+    std::unique_ptr<StringArrayListener> mIDListenerP;
+    std::unique_ptr<StringArrayListener> mAcceleratorListenerP;
+    std::unique_ptr<StringArrayListener> mIconNameListenerP;
+    std::unique_ptr<PixmapArrayListener> mIconListenerP;
+    std::unique_ptr<BoolArrayListener> mSelectedListenerP;
+    std::unique_ptr<Mvt_ArrayContainer::Listener> mArrayListenerP;
+};
+
+#endif

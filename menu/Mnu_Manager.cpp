@@ -1,0 +1,209 @@
+#include "Mnu_Manager.h"
+
+#include "Mnu_Menu.h"
+#include "Ost_Resource.h"
+
+#include <QDebug>
+#include <QDomDocument>
+#include <QDomElement>
+#include <QFile>
+
+Mnu_Manager::Mnu_Manager() : mMenuP(nullptr), mInstantiated(false), mParentSegmentP(nullptr)
+{
+}
+
+Mnu_Manager::~Mnu_Manager()
+{
+    delete mMenuP;
+}
+
+bool Mnu_Manager::setMenus(QDomElement* element)
+{
+    clearMenus();
+    return element && xmlDerivedParser(*element);
+}
+
+bool Mnu_Manager::setMenus(char* name)
+{
+    clearMenus();
+    return xmlParser(name);
+}
+
+bool Mnu_Manager::addMenus(char* name)
+{
+    return xmlParser(name);
+}
+
+void Mnu_Manager::addMenu(Mnu_Menu* menu)
+{
+    if (menu == mMenuP)
+        return;
+    delete mMenuP;
+    mMenuP = menu;
+    if (mMenuP)
+        mMenuP->setManager(this);
+}
+
+bool Mnu_Manager::instantiateMenus()
+{
+    return false;
+}
+
+void Mnu_Manager::clearMenus()
+{
+    delete mMenuP;
+    mMenuP = nullptr;
+    mInstantiated = false;
+}
+
+bool Mnu_Manager::doSystemMessageConnect()
+{
+    return false;
+}
+
+Mnu_Menu* Mnu_Manager::getMenu()
+{
+    return mMenuP;
+}
+
+bool Mnu_Manager::isInstantiated()
+{
+    return mInstantiated;
+}
+
+Mnu_MenuID Mnu_Manager::insertSeparator()
+{
+    return Mnu_MenuID();
+}
+
+Mnu_MenuID Mnu_Manager::insertItem(const QString&, QString&, Mnu_Manager*)
+{
+    return Mnu_MenuID();
+}
+
+Mnu_MenuID Mnu_Manager::insertItem(const QString&, QString&)
+{
+    return Mnu_MenuID();
+}
+
+void Mnu_Manager::setItemAccelerator(Mnu_MenuID, const QString&)
+{
+}
+
+void Mnu_Manager::setItemEnabled(Mnu_MenuID, bool)
+{
+}
+
+void Mnu_Manager::setItemCheckable(Mnu_MenuID, bool)
+{
+}
+
+void Mnu_Manager::setItemChecked(Mnu_MenuID, bool)
+{
+}
+
+bool Mnu_Manager::getItemChecked(Mnu_MenuID)
+{
+    return false;
+}
+
+bool Mnu_Manager::removeItem(Mnu_MenuID)
+{
+    return false;
+}
+
+void Mnu_Manager::setItemIcon(Mnu_MenuID, void*)
+{
+}
+
+void Mnu_Manager::setItemIcon(Mnu_MenuID, const QString&)
+{
+}
+
+void Mnu_Manager::setItemIcon(Mnu_MenuID, unsigned char*, int)
+{
+}
+
+void Mnu_Manager::setParentSegment(Mnu_SubmenuSegment* segment)
+{
+    mParentSegmentP = segment;
+}
+
+void Mnu_Manager::setWhatsThis(Mnu_MenuID, const QString&)
+{
+}
+
+bool Mnu_Manager::tstGetItemEnabled(const QString&)
+{
+    return false;
+}
+
+bool Mnu_Manager::tstGetItemChecked(const QString&)
+{
+    return false;
+}
+
+bool Mnu_Manager::tstGetItemVisible(const QString&)
+{
+    return false;
+}
+
+QString Mnu_Manager::tstGetItemText(const QString&)
+{
+    return QString();
+}
+
+bool Mnu_Manager::tstActivateItem(const QString&)
+{
+    return false;
+}
+
+bool Mnu_Manager::tstFindItemByPath(const QString&, Mnu_Manager**, Mnu_Segment**, int*)
+{
+    return false;
+}
+
+void Mnu_Manager::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment>)
+{
+}
+
+bool Mnu_Manager::xmlParser(char* name)
+{
+    if (!name)
+        return false;
+    const QString fileName = QString::fromLocal8Bit(name);
+    QFile file(Ost_Resource::getResourcePath() + fileName + QLatin1String(".xml"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        file.setFileName(fileName);
+        if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly))
+            return false;
+    }
+
+    QDomDocument document;
+    QString message;
+    int line = 0;
+    int column = 0;
+    if (!document.setContent(&file, false, &message, &line, &column)) {
+        qDebug("Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line, column);
+        file.close();
+        return false;
+    }
+    file.close();
+    QDomElement root = document.documentElement();
+    return xmlDerivedParser(root);
+}
+
+void Mnu_Manager::setWhatsThis(Mnu_MenuID id, const std::string& text)
+{
+    setWhatsThis(id, QString::fromStdString(text));
+}
+
+void Mnu_Manager::dumpManagerInformation(const QString& prefix) const
+{
+    qDebug("%sMnu_Manager: this  [%p]", qPrintable(prefix), static_cast<const void*>(this));
+    qDebug("%s   menu:           [%p] (Mnu_Menu *)", qPrintable(prefix), static_cast<const void*>(mMenuP));
+    qDebug("%s   parent segment: [%p] (Mnu_SubmenuSegment *)", qPrintable(prefix),
+           static_cast<const void*>(mParentSegmentP));
+    if (mMenuP)
+        mMenuP->dump(prefix + QLatin1String("   "));
+}

@@ -1,0 +1,353 @@
+#include "Mnu_Menu.h"
+
+#include "Mnu_Manager.h"
+#include "Mnu_Segment.h"
+#include "Mnu_SubmenuSegment.h"
+#include "Mv_MessageDispatcher.h"
+#include "Mvt_Root_Notifications.h"
+
+#include <QDebug>
+#include <QDomElement>
+#include <QStringList>
+#include <algorithm>
+#include <ostream>
+
+namespace {
+
+const Mv_MessageDispatcher<Mnu_Menu>& titleDispatcher()
+{
+    static const Mv_MessageDispatcher<Mnu_Menu> dispatcher = [] {
+        Mv_MessageDispatcher<Mnu_Menu> d;
+        d.addRoute<Mvt_SimpleValue_Notifications::MsgValueChanged>(&Mnu_Menu::menuTextNotifyCallback);
+        return d;
+    }();
+    return dispatcher;
+}
+
+const Mv_MessageDispatcher<Mnu_Menu>& visibilityDispatcher()
+{
+    static const Mv_MessageDispatcher<Mnu_Menu> dispatcher = [] {
+        Mv_MessageDispatcher<Mnu_Menu> d;
+        d.addRoute<Mvt_SimpleValue_Notifications::MsgValueChanged>(&Mnu_Menu::menuVisibleNotifyCallback);
+        return d;
+    }();
+    return dispatcher;
+}
+
+} // namespace
+
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mVisible(false)
+{
+}
+
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager, QDomElement& element) : mManagerP(manager), mVisible(false)
+{
+    parseMenu(element);
+}
+
+Mnu_Menu::~Mnu_Menu()
+{
+    if (mTitleListenerP)
+        mTitleListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    if (mVisibilityListenerP)
+        mVisibilityListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    clearSegments();
+}
+
+Mnu_Segment* Mnu_Menu::getSegmentAt(int index) const
+{
+    if (index < 0 || index >= int(mSegments.size()))
+        return nullptr;
+    return mSegments[size_t(index)];
+}
+
+void Mnu_Menu::addSegment(Mnu_Segment* segment)
+{
+    if (!segment)
+        return;
+    mSegments.push_back(segment);
+    afterSegmentsChanged();
+}
+
+void Mnu_Menu::insertSegment(Mnu_Segment* segment, Mnu_Segment* anchor, bool after)
+{
+    if (!segment)
+        return;
+    if (!anchor) {
+        mSegments.insert(mSegments.begin(), segment);
+    } else {
+        auto it = std::find(mSegments.begin(), mSegments.end(), anchor);
+        if (it == mSegments.end())
+            mSegments.push_back(segment);
+        else
+            mSegments.insert(after ? it + 1 : it, segment);
+    }
+    afterSegmentsChanged();
+}
+
+bool Mnu_Menu::removeSegment(Mnu_Segment* segment)
+{
+    auto it = std::find(mSegments.begin(), mSegments.end(), segment);
+    if (it != mSegments.end()) {
+        mSegments.erase(it);
+        // Its items must no longer reach it, whether or not the menu is rebuilt.
+        for (auto entry = mSegmentMap.begin(); entry != mSegmentMap.end();) {
+            if (entry->second == segment) {
+                const Mnu_MenuID id = entry->first;
+                ++entry;
+                forgetID(id);
+            } else {
+                ++entry;
+            }
+        }
+    }
+    afterSegmentsChanged();
+    return true;
+}
+
+void Mnu_Menu::clearSegments()
+{
+    std::vector<Mnu_Segment*> segments;
+    segments.swap(mSegments);
+    mIDs.clear();
+    mSegmentMap.clear();
+    mItemNames.clear();
+    for (Mnu_Segment* segment : segments)
+        delete segment;
+}
+
+void Mnu_Menu::afterSegmentsChanged()
+{
+    if (mManagerP && mManagerP->isInstantiated())
+        mManagerP->instantiateMenus();
+}
+
+bool Mnu_Menu::refreshTitleAndVisibility()
+{
+    if (mVisibilityListenerP && mVisibilityListenerP->isConnectedToModel())
+        mVisible = mVisibilityListenerP->value(false);
+    else
+        // A menu whose visibility model cannot be reached stays hidden.
+        mVisible = mVisibleConnectionName.isEmpty();
+
+    if (!mTextConnectionName.isEmpty()) {
+        if (mTitleListenerP && mTitleListenerP->isConnectedToModel())
+            mConnectedText = mTitleListenerP->value();
+        mDisplayedText = mConnectedText.isEmpty() ? mText : mConnectedText;
+    } else {
+        mDisplayedText = mText.isEmpty() ? mName : mText;
+    }
+    return mVisible;
+}
+
+bool Mnu_Menu::instantiate()
+{
+    // Visibility first: a hidden menu builds nothing (its title is still
+    // brought up to date).
+    const bool visible = refreshTitleAndVisibility();
+    mIDs.clear();
+    mSegmentMap.clear();
+    mItemNames.clear();
+    if (!visible || !mManagerP)
+        return false;
+
+    bool lastWasSeparator = false;
+    // Indexes, not iterators: a segment's models may change the list.
+    for (size_t i = 0; i < mSegments.size(); ++i) {
+        Mnu_Segment* segment = mSegments[i];
+        if (segment->isSeparator()) {
+            const bool isLast = i + 1 == mSegments.size();
+            if (mIDs.empty() || lastWasSeparator || isLast)
+                continue;
+        }
+        if (segment->instantiate(mManagerP) > 0)
+            lastWasSeparator = segment->isSeparator();
+        // Segments that made nothing leave the flag alone, so the separators
+        // around an empty list collapse into one.
+    }
+    // The last items made were a separator: the segments after it made none.
+    if (lastWasSeparator && !mIDs.empty()) {
+        const Mnu_MenuID last = mIDs.back();
+        mManagerP->removeItem(last);
+        forgetID(last);
+    }
+    return true;
+}
+
+void Mnu_Menu::setIDAssignedToSegment(Mnu_Segment* segment, Mnu_MenuID id)
+{
+    mSegmentMap[id] = segment;
+    mIDs.push_back(id);
+}
+
+void Mnu_Menu::itemActivated(Mnu_MenuID id)
+{
+    auto it = mSegmentMap.find(id);
+    if (it != mSegmentMap.end())
+        it->second->itemActivated(id);
+}
+
+void Mnu_Menu::setItemEnabled(Mnu_Segment* segment, bool enabled)
+{
+    if (!mManagerP)
+        return;
+    for (const Mnu_MenuID& id : mIDs) {
+        auto it = mSegmentMap.find(id);
+        if (it != mSegmentMap.end() && it->second == segment)
+            mManagerP->setItemEnabled(id, enabled);
+    }
+}
+
+Mnu_Segment* Mnu_Menu::getSegmentForID(Mnu_MenuID id) const
+{
+    auto it = mSegmentMap.find(id);
+    return it == mSegmentMap.end() ? nullptr : it->second;
+}
+
+void Mnu_Menu::setItemName(Mnu_MenuID id, const QString& name)
+{
+    if (id.IsValid())
+        mItemNames.insert(id, name);
+}
+
+void Mnu_Menu::forgetID(Mnu_MenuID id)
+{
+    mIDs.erase(std::remove(mIDs.begin(), mIDs.end(), id), mIDs.end());
+    mSegmentMap.erase(id);
+    mItemNames.remove(id);
+}
+
+void Mnu_Menu::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    if (!environment)
+        environment = Mv_ConnectionEnvironment::blankEnvironment();
+
+    mTitleListenerP.reset();
+    if (!mTextConnectionName.isEmpty()) {
+        mTitleListenerP.reset(new StringListener());
+        mTitleListenerP->SetConnectionName(mTextConnectionName);
+        mTitleListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& m) {
+            if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+                handleTitleConnectionChanged();
+            else
+                titleDispatcher().dispatch(this, m);
+        });
+        mTitleListenerP->connect(environment);
+    }
+    mVisibilityListenerP.reset();
+    if (!mVisibleConnectionName.isEmpty()) {
+        mVisibilityListenerP.reset(new BoolListener());
+        mVisibilityListenerP->SetConnectionName(mVisibleConnectionName);
+        mVisibilityListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& m) {
+            if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+                handleVisibleConnectionChanged();
+            else
+                visibilityDispatcher().dispatch(this, m);
+        });
+        mVisibilityListenerP->connect(environment);
+    }
+    for (size_t i = 0; i < mSegments.size(); ++i)
+        mSegments[i]->makeConnections(environment);
+}
+
+void Mnu_Menu::menuTextNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged&)
+{
+    if (mTitleListenerP)
+        mConnectedText = mTitleListenerP->value();
+}
+
+void Mnu_Menu::menuVisibleNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged&)
+{
+    if (mVisibilityListenerP)
+        mVisible = mVisibilityListenerP->value(false);
+}
+
+void Mnu_Menu::handleTitleConnectionChanged()
+{
+    if (mTitleListenerP && mTitleListenerP->isConnectedToModel())
+        mConnectedText = mTitleListenerP->value();
+}
+
+void Mnu_Menu::handleVisibleConnectionChanged()
+{
+    if (mVisibilityListenerP)
+        mVisible = mVisibilityListenerP->isConnectedToModel() && mVisibilityListenerP->value(false);
+}
+
+bool Mnu_Menu::saveMenu(std::ostream&, const QString&, Mnu_Segment::saveFormat, Mnu_QtManager*, bool)
+{
+    return false;
+}
+
+void Mnu_Menu::emitCode(std::ostream& out, const QString& indent, const QString& line)
+{
+    out << indent.toLocal8Bit().constData() << line.toLocal8Bit().constData() << std::endl;
+}
+
+bool Mnu_Menu::tstFindItemByPath(const QString& path, int depth, Mnu_Segment** segment, Mnu_MenuID* id,
+                                 Mnu_Manager** manager)
+{
+    const QStringList parts = path.split(QLatin1Char('.'), Qt::SkipEmptyParts);
+    if (depth < 0 || depth >= parts.size())
+        return false;
+    for (const Mnu_MenuID& item : mIDs) {
+        if (mItemNames.value(item) != parts.at(depth))
+            continue;
+        Mnu_Segment* found = getSegmentForID(item);
+        if (depth + 1 < parts.size()) {
+            auto* submenu = dynamic_cast<Mnu_SubmenuSegment*>(found);
+            Mnu_Manager* child = submenu ? submenu->getSubmenuManager() : nullptr;
+            Mnu_Menu* childMenu = child ? child->getMenu() : nullptr;
+            if (childMenu && childMenu->tstFindItemByPath(path, depth + 1, segment, id, manager))
+                return true;
+            continue;
+        }
+        if (segment)
+            *segment = found;
+        if (id)
+            *id = item;
+        if (manager)
+            *manager = mManagerP;
+        return true;
+    }
+    return false;
+}
+
+void Mnu_Menu::dump(const QString& prefix) const
+{
+    const QString nested = prefix + QLatin1String("      ");
+    const QString deeper = prefix + QLatin1String("         ");
+    qDebug("%sMnu_Menu: this[%p]", qPrintable(prefix), static_cast<const void*>(this));
+    qDebug("%s   manager:    [%p] (Mnu_Manager *)", qPrintable(prefix), static_cast<const void*>(mManagerP));
+    qDebug("%s   segments:  (%ld) (Mnu_Segment *)", qPrintable(prefix), long(mSegments.size()));
+    for (const Mnu_Segment* segment : mSegments)
+        segment->dump(nested);
+    qDebug("%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(mIDs.size()));
+    for (const Mnu_MenuID& id : mIDs)
+        id.dump(nested);
+    qDebug("%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
+    long iteration = 0;
+    for (const auto& entry : mSegmentMap) {
+        qDebug("%s      iteration (%ld)", qPrintable(prefix), iteration++);
+        entry.first.dump(deeper);
+        entry.second->dump(deeper);
+    }
+}
+
+void Mnu_Menu::parseMenu(QDomElement& element)
+{
+    for (QDomNode node = element.firstChild(); !node.isNull(); node = node.nextSibling()) {
+        QDomElement child = node.toElement();
+        const QString tag = child.tagName();
+        if (tag == QLatin1String("Name"))
+            mName = child.text();
+        else if (tag == QLatin1String("Text"))
+            mText = child.text();
+        else if (tag == QLatin1String("VisibleConnectionName"))
+            mVisibleConnectionName = child.text();
+        else if (tag == QLatin1String("TextConnectionName"))
+            mTextConnectionName = child.text();
+        else if (Mnu_Segment* segment = Mnu_Segment::SegmentFactory(this, &child))
+            mSegments.push_back(segment);
+    }
+}

@@ -1,0 +1,130 @@
+#ifndef MNU_MENU_H
+#define MNU_MENU_H
+
+#include "Mnu_MenuID.h"
+#include "Mnu_Segment.h"
+#include "Mv_ConnectionEnvironment.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QMap>
+#include <QString>
+#include <boost/shared_ptr.hpp>
+#include <iosfwd>
+#include <map>
+#include <memory>
+#include <vector>
+
+class Mnu_Manager;
+class Mnu_QtManager;
+class QDomElement;
+
+// One menu: a name, a title and an ordered list of segments, independent of
+// any toolkit. It remembers which segment made each item of its last
+// instantiation so that a chosen item reaches its segment.
+class Mnu_Menu
+{
+public:
+    explicit Mnu_Menu(Mnu_Manager* manager);
+    // Reads a <Menu> element: title, name, connections and segments.
+    Mnu_Menu(Mnu_Manager* manager, QDomElement& element);
+    ~Mnu_Menu();
+    Mnu_Menu(const Mnu_Menu&) = delete;
+    Mnu_Menu& operator=(const Mnu_Menu&) = delete;
+
+    QString getName() const { return mName; }
+    void setName(const QString& name) { mName = name; }
+    // The static title, as written in the file.
+    QString getText() const { return mText; }
+    QString getMenuText() const { return mText; }
+    void setMenuText(const QString& text) { mText = text; }
+    // The title chosen by the last instantiation or refresh.
+    QString getDisplayedText() const { return mDisplayedText; }
+    QString getVisibleConnectionName() const { return mVisibleConnectionName; }
+    void setVisibleConnectionName(const QString& name) { mVisibleConnectionName = name; }
+    QString getItemTextConnectionName() const { return mTextConnectionName; }
+    void setItemTextConnectionName(const QString& name) { mTextConnectionName = name; }
+    Mnu_Manager* getManager() const { return mManagerP; }
+    // Used by a manager that adopts a menu made elsewhere.
+    void setManager(Mnu_Manager* manager) { mManagerP = manager; }
+    int getSegmentCount() const { return int(mSegments.size()); }
+    // Null when index is out of range.
+    Mnu_Segment* getSegmentAt(int index) const;
+    bool isVisible() const { return mVisible; }
+
+    // Segment list changes; each re-instantiates an instantiated manager.
+    // The menu takes ownership of added segments.
+    void addSegment(Mnu_Segment* segment);
+    // Inserts before anchor (after it when after is true); a null anchor
+    // inserts first, an unknown one appends.
+    void insertSegment(Mnu_Segment* segment, Mnu_Segment* anchor, bool after);
+    // Takes the segment out without destroying it; always answers true.
+    bool removeSegment(Mnu_Segment* segment);
+    // Destroys every segment; does not re-instantiate.
+    void clearSegments();
+
+    // Makes the items of every segment in the manager, leaving out leading,
+    // doubled and trailing separators. False when the menu is hidden.
+    bool instantiate();
+    // Recomputes visibility and displayed title from the models without
+    // touching the items; answers the visibility.
+    bool refreshTitleAndVisibility();
+
+    // Called by a segment for each item it makes.
+    void setIDAssignedToSegment(Mnu_Segment* segment, Mnu_MenuID id);
+    // Routes a chosen item to the segment that made it; unknown ones do nothing.
+    void itemActivated(Mnu_MenuID id);
+    // Enables or disables every item of segment in the realised menu.
+    void setItemEnabled(Mnu_Segment* segment, bool enabled);
+    // The segment that made id at the last instantiation, or null.
+    Mnu_Segment* getSegmentForID(Mnu_MenuID id) const;
+    // Item identifiers of the last instantiation, in order.
+    const std::vector<Mnu_MenuID>& getIDs() const { return mIDs; }
+    // The realisation records the name of each item it makes, for lookups by path.
+    void setItemName(Mnu_MenuID id, const QString& name);
+    QString getItemName(Mnu_MenuID id) const { return mItemNames.value(id); }
+
+    // Connects the title and visibility listeners, then every segment.
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    void menuTextNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged& message);
+    void menuVisibleNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged& message);
+
+    // Writer of the menu formats; not provided yet.
+    bool saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format, Mnu_QtManager* menuMgr,
+                  bool isSubmenu);
+
+    // Finds the item named by the depth-th part of a dotted path of item
+    // names (descending into submenus for further parts). Fills segment, id
+    // and the manager that made the item (each may be null).
+    bool tstFindItemByPath(const QString& path, int depth, Mnu_Segment** segment, Mnu_MenuID* id,
+                           Mnu_Manager** manager);
+
+    void dump(const QString& prefix) const;
+
+private:
+    void parseMenu(QDomElement& element);
+    void emitCode(std::ostream& out, const QString& indent, const QString& line);
+    void afterSegmentsChanged();
+    void forgetID(Mnu_MenuID id);
+    void handleTitleConnectionChanged();
+    void handleVisibleConnectionChanged();
+
+    typedef Mvt_SimpleValue<QString>::Listener StringListener;
+    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+
+    Mnu_Manager* mManagerP;
+    std::vector<Mnu_Segment*> mSegments;
+    std::vector<Mnu_MenuID> mIDs;
+    std::map<Mnu_MenuID, Mnu_Segment*> mSegmentMap;
+    std::unique_ptr<StringListener> mTitleListenerP;
+    std::unique_ptr<BoolListener> mVisibilityListenerP;
+    QString mText;
+    QString mName;
+    QString mConnectedText;
+    QString mDisplayedText;
+    bool mVisible;
+    QString mVisibleConnectionName;
+    QString mTextConnectionName;
+    QMap<Mnu_MenuID, QString> mItemNames;
+};
+
+#endif

@@ -1,0 +1,189 @@
+#include "Mnu_RadioItemsSegment.h"
+
+#include "Mnu_Manager.h"
+#include "Mnu_Menu.h"
+
+#include <QDebug>
+#include <QDomElement>
+
+Mnu_RadioItemsSegment::Mnu_RadioItemsSegment(Mnu_Menu* menu, QDomElement* element)
+    : Mnu_Segment(menu), mCurrentValue(0)
+{
+    if (element)
+        xmlParser(element);
+}
+
+Mnu_RadioItemsSegment::~Mnu_RadioItemsSegment() = default;
+
+int Mnu_RadioItemsSegment::instantiate(Mnu_Manager* manager)
+{
+    mManagerP = manager;
+    mChoiceIDMap.clear();
+    mIDs.clear();
+    mCurrentItemID = Mnu_MenuID();
+    refreshState();
+    doWhatsThisConnections();
+    if (!mVisible || !manager)
+        return 0;
+    for (const auto& choice : mChoices) {
+        QString text = choice->text;
+        const Mnu_MenuID id = manager->insertItem(text, text);
+        if (!id.IsValid())
+            continue;
+        manager->setItemCheckable(id, true);
+        mChoiceIDMap[id] = choice->id;
+        mIDs.push_back(id);
+        mMenuP->setIDAssignedToSegment(this, id);
+        if (choice->id == mCurrentValue) {
+            manager->setItemChecked(id, true);
+            mCurrentItemID = id;
+        }
+        applyCommonItemSettings(id);
+    }
+    return int(mChoices.size());
+}
+
+int Mnu_RadioItemsSegment::getVisibleItemCount()
+{
+    return mVisible ? int(mChoiceIDMap.size()) : 0;
+}
+
+int Mnu_RadioItemsSegment::getItemCount()
+{
+    return int(mChoices.size());
+}
+
+void Mnu_RadioItemsSegment::itemActivated(Mnu_MenuID id)
+{
+    if (!mCurrentItemListenerP || !mCurrentItemListenerP->isConnectedToModel() || id == mCurrentItemID)
+        return;
+    auto it = mChoiceIDMap.find(id);
+    if (it == mChoiceIDMap.end())
+        return;
+    // The model first: its listeners may look at the menu's state.
+    mCurrentItemListenerP->set(long(it->second));
+    if (mManagerP) {
+        mManagerP->setItemChecked(mCurrentItemID, false);
+        mManagerP->setItemChecked(id, true);
+    }
+    mCurrentItemID = id;
+}
+
+void Mnu_RadioItemsSegment::refreshState()
+{
+    Mnu_Segment::instantiate(mManagerP);
+    if (mEnabled && mVisible) {
+        if (mCurrentItemListenerP && mCurrentItemListenerP->isConnectedToModel())
+            mCurrentValue = mCurrentItemListenerP->value(0);
+        else
+            mEnabled = false;
+    }
+}
+
+Mnu_MenuID Mnu_RadioItemsSegment::getIndexedID(int index)
+{
+    if (index < 0 || index >= int(mIDs.size()))
+        return Mnu_MenuID();
+    return mIDs[size_t(index)];
+}
+
+void Mnu_RadioItemsSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    Mnu_Segment::makeConnections(environment);
+    mCurrentItemListenerP.reset(new LongListener());
+    mCurrentItemListenerP->SetConnectionName(mCurrentItemConnectionName);
+    mCurrentItemListenerP->connect(environment ? environment : Mv_ConnectionEnvironment::blankEnvironment());
+}
+
+void Mnu_RadioItemsSegment::dump(const QString& prefix) const
+{
+    dumpSegmentInformation(prefix, "Mnu_RadioItemsSegment");
+    qDebug("%s   currentItemConnectionName: [%s], current value [%ld]", qPrintable(prefix),
+           qPrintable(mCurrentItemConnectionName), mCurrentValue);
+    for (const auto& choice : mChoices)
+        qDebug("%s      choice[%d]: [%s]", qPrintable(prefix), choice->id, qPrintable(choice->text));
+}
+
+QString Mnu_RadioItemsSegment::getItemTextAt(int index) const
+{
+    if (index < 0 || index >= int(mChoices.size()))
+        return QString();
+    return mChoices[size_t(index)]->text;
+}
+
+int Mnu_RadioItemsSegment::getItemIDAt(int index) const
+{
+    if (index < 0 || index >= int(mChoices.size()))
+        return 0;
+    return mChoices[size_t(index)]->id;
+}
+
+void Mnu_RadioItemsSegment::setItemTextIDAt(int index, const QString& text, int id)
+{
+    if (index < 0 || index >= int(mChoices.size()))
+        return;
+    mChoices[size_t(index)]->text = text;
+    mChoices[size_t(index)]->id = id;
+}
+
+void Mnu_RadioItemsSegment::clearItemMap()
+{
+    mChoices.clear();
+}
+
+void Mnu_RadioItemsSegment::addItemToMap(const QString& text, int id)
+{
+    mChoices.emplace_back(new Choice{id, text});
+}
+
+bool Mnu_RadioItemsSegment::parseSubElement(QDomElement* element)
+{
+    const QString tag = element->tagName();
+    if (tag == QLatin1String("CurrentItemConnectionName")) {
+        mCurrentItemConnectionName = element->text();
+        return true;
+    }
+    if (tag == QLatin1String("RadioItem")) {
+        parseDerivedSubElement(element);
+        return true;
+    }
+    return Mnu_Segment::parseSubElement(element);
+}
+
+void Mnu_RadioItemsSegment::parseDerivedSubElement(QDomElement* element)
+{
+    QString text;
+    int id = 0;
+    bool haveText = false;
+    bool haveID = false;
+    QDomNode node = element->firstChild();
+    for (; !node.isNull(); node = node.nextSibling()) {
+        const QDomElement child = node.toElement();
+        const QString tag = child.tagName();
+        if (tag == QLatin1String("Text")) {
+            text = child.text();
+            haveText = true;
+        } else if (tag == QLatin1String("ID")) {
+            bool ok = false;
+            const int value = child.text().toInt(&ok, 10);
+            if (ok) {
+                id = value;
+                haveID = true;
+            } else {
+                qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement can't get int from <%s> within <RadioItem>",
+                       qPrintable(child.text()));
+            }
+        } else {
+            qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement unknown tag <%s> within <RadioItem>",
+                   qPrintable(tag));
+        }
+    }
+    if (!haveText || !haveID) {
+        // Named after the node where the walk stopped: after a full walk
+        // there is none, so the brackets stay empty.
+        qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement incomplete <%s> within <RadioItem>",
+               qPrintable(node.toElement().tagName()));
+        return;
+    }
+    addItemToMap(text, id);
+}

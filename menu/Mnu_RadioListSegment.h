@@ -1,0 +1,61 @@
+#ifndef MNU_RADIOLISTSEGMENT_H
+#define MNU_RADIOLISTSEGMENT_H
+
+#include "Mnu_Segment.h"
+#include "Mvt_Array.h"
+#include "Mvt_ArrayContainer.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+// An exclusive choice among the elements of an array model. Elements give
+// ".name", ".id" and ".accel"; the current-item model holds the ".id" of
+// the chosen element.
+class Mnu_RadioListSegment : public Mnu_Segment
+{
+    Q_OBJECT
+
+public:
+    Mnu_RadioListSegment(Mnu_Menu* menu, QDomElement* element);
+    ~Mnu_RadioListSegment() override;
+
+    int instantiate(Mnu_Manager* manager) override;
+    int getVisibleItemCount() override;
+    int getItemCount() override;
+    void itemActivated(Mnu_MenuID id) override;
+    void refreshState() override;
+    Mnu_MenuID getIndexedID(int index) override;
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    void dump(const QString& prefix) const override;
+
+    QString getItemsConnectionName() const { return mItemsConnectionName; }
+    // Renames the ".name", ".id", ".accel" and array listeners.
+    void setItemsConnectionName(const QString& name);
+    QString getSelectedItemConnectionName() const { return mCurrentItemConnectionName; }
+    void setSelectedItemConnectionName(const QString& name);
+    // The checked item of the last instantiation or selection change, or invalid.
+    Mnu_MenuID getCurrentItemID() const { return mCurrentItemID; }
+
+protected:
+    bool parseSubElement(QDomElement* element) override;
+    // The current-item model changed: find the item that now matches it.
+    void handleMsgSelectionChanged();
+
+private:
+    typedef Mvt_Array<Mvt_SimpleValue<QString>>::Listener StringArrayListener;
+
+    Mnu_MenuID mCurrentItemID;
+    QString mCurrentItemText;
+    std::map<Mnu_MenuID, QString> mItemIdentifierMap;
+    std::vector<Mnu_MenuID> mIDs;
+    QString mItemsConnectionName;
+    QString mCurrentItemConnectionName;
+    std::unique_ptr<StringListener> mCurrentItemListenerP;
+    std::unique_ptr<StringArrayListener> mNameListenerP;
+    std::unique_ptr<StringArrayListener> mIDListenerP;
+    std::unique_ptr<StringArrayListener> mAccelListenerP;
+    std::unique_ptr<Mvt_ArrayContainer::Listener> mArrayListenerP;
+};
+
+#endif

@@ -1,0 +1,392 @@
+#include "Mnu_Segment.h"
+
+#include "Mnu_BooleanSegment.h"
+#include "Mnu_CommandSegment.h"
+#include "Mnu_ListSegment.h"
+#include "Mnu_Manager.h"
+#include "Mnu_Menu.h"
+#include "Mnu_RadioItemsSegment.h"
+#include "Mnu_RadioListSegment.h"
+#include "Mnu_SeparatorSegment.h"
+#include "Mnu_SubmenuSegment.h"
+#include "Ost_Resource.h"
+
+#include <QDebug>
+#include <QDomElement>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+// Icons are small images; anything larger is not read, so that a stray
+// name cannot make a menu swallow a huge file.
+const qint64 kMaxIconFileSize = 16 * 1024 * 1024;
+
+} // namespace
+
+Mnu_Segment::Mnu_Segment(Mnu_Menu* menu)
+    : mMenuP(menu), mManagerP(nullptr), mIconDataLength(0), mEnabled(false), mVisible(false)
+{
+}
+
+Mnu_Segment::~Mnu_Segment()
+{
+    // The listeners may still hold callbacks into this object.
+    for (Mv_ListenerBase* listener : std::initializer_list<Mv_ListenerBase*>{
+             mTextListenerP.get(), mAcceleratorListenerP.get(), mVisibleListenerP.get(), mEnableListenerP.get(),
+             mWhatsThisListenerP.get(), mWhyDisabledListenerP.get()}) {
+        if (listener)
+            listener->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    }
+}
+
+Mnu_Segment* Mnu_Segment::SegmentFactory(Mnu_Menu* menu, QDomElement* element)
+{
+    if (!element)
+        return nullptr;
+    const QString tag = element->tagName();
+    if (tag == QLatin1String("CommandSegment"))
+        return new Mnu_CommandSegment(menu, element);
+    if (tag == QLatin1String("BooleanSegment"))
+        return new Mnu_BooleanSegment(menu, element);
+    if (tag == QLatin1String("ListSegment"))
+        return new Mnu_ListSegment(menu, element);
+    if (tag == QLatin1String("RadioListSegment"))
+        return new Mnu_RadioListSegment(menu, element);
+    if (tag == QLatin1String("RadioItemsSegment"))
+        return new Mnu_RadioItemsSegment(menu, element);
+    if (tag == QLatin1String("Separator"))
+        return new Mnu_SeparatorSegment(menu, element);
+    if (tag == QLatin1String("SubMenuSegment"))
+        return new Mnu_SubmenuSegment(menu, element);
+    qDebug("Mnu_Segment::SegmentFactory - unknown segment tag <%s>", qPrintable(tag));
+    return nullptr;
+}
+
+bool Mnu_Segment::saveSegment(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+{
+    return false;
+}
+
+bool Mnu_Segment::emitCommonTags(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+{
+    return true;
+}
+
+int Mnu_Segment::instantiate(Mnu_Manager* manager)
+{
+    mManagerP = manager;
+
+    // A state whose model cannot be reached is off: such items are hidden
+    // or disabled rather than shown in a state nobody controls.
+    if (mVisibleConnectionName.isEmpty())
+        mVisible = true;
+    else
+        mVisible = mVisibleListenerP && mVisibleListenerP->isConnectedToModel() && mVisibleListenerP->value(false);
+
+    if (mEnableConnectionName.isEmpty())
+        mEnabled = true;
+    else
+        mEnabled = mEnableListenerP && mEnableListenerP->isConnectedToModel() && mEnableListenerP->value(false);
+
+    if (!mTextConnectionName.isEmpty() && mTextListenerP && mTextListenerP->isConnectedToModel())
+        mConnectedText = mTextListenerP->value();
+    mDisplayedText = !mTextConnectionName.isEmpty() && !mConnectedText.isEmpty() ? mConnectedText : mText;
+
+    if (!mAcceleratorConnectionName.isEmpty() && mAcceleratorListenerP && mAcceleratorListenerP->isConnectedToModel()) {
+        const QString accelerator = mAcceleratorListenerP->value();
+        if (!accelerator.isNull())
+            mConnectedAccelerator = accelerator;
+    }
+    mEffectiveAccelerator = !mAcceleratorConnectionName.isEmpty() && !mConnectedAccelerator.isEmpty()
+                                ? mConnectedAccelerator
+                                : mAccelerator;
+    return 0;
+}
+
+void Mnu_Segment::itemActivated(Mnu_MenuID)
+{
+}
+
+bool Mnu_Segment::isSeparator()
+{
+    return false;
+}
+
+void Mnu_Segment::refreshState()
+{
+    // Only the common states: making items is instantiate's business.
+    Mnu_Segment::instantiate(mManagerP);
+}
+
+Mnu_MenuID Mnu_Segment::getIndexedID(int)
+{
+    return Mnu_MenuID();
+}
+
+bool Mnu_Segment::activate(Mnu_MenuID)
+{
+    return false;
+}
+
+bool Mnu_Segment::isEnabled(bool refresh)
+{
+    if (refresh)
+        refreshState();
+    return mEnabled;
+}
+
+QString Mnu_Segment::getName() const
+{
+    return mName;
+}
+
+void Mnu_Segment::setName(const QString& name)
+{
+    mName = name;
+}
+
+QString Mnu_Segment::getItemText() const
+{
+    return mText;
+}
+
+void Mnu_Segment::setItemText(const QString& text)
+{
+    mText = text;
+}
+
+QString Mnu_Segment::getDisplayedText() const
+{
+    return mDisplayedText;
+}
+
+QString Mnu_Segment::getTextConnectionName() const
+{
+    return mTextConnectionName;
+}
+
+void Mnu_Segment::setTextConnectionName(const QString& name)
+{
+    mTextConnectionName = name;
+}
+
+QString Mnu_Segment::getAccelerator() const
+{
+    return mAccelerator;
+}
+
+void Mnu_Segment::setAccelerator(const QString& accelerator)
+{
+    mAccelerator = accelerator;
+}
+
+QString Mnu_Segment::getAcceleratorConnectionName() const
+{
+    return mAcceleratorConnectionName;
+}
+
+void Mnu_Segment::setAcceleratorConnectionName(const QString& name)
+{
+    mAcceleratorConnectionName = name;
+}
+
+QString Mnu_Segment::getIconName() const
+{
+    return mIconName;
+}
+
+void Mnu_Segment::setIconName(const QString& name)
+{
+    mIconName = name;
+    readIconFile();
+}
+
+QString Mnu_Segment::getEnableConnectionName() const
+{
+    return mEnableConnectionName;
+}
+
+void Mnu_Segment::setEnableConnectionName(const QString& name)
+{
+    mEnableConnectionName = name;
+}
+
+QString Mnu_Segment::getVisibleConnectionName() const
+{
+    return mVisibleConnectionName;
+}
+
+void Mnu_Segment::setVisibleConnectionName(const QString& name)
+{
+    mVisibleConnectionName = name;
+}
+
+QString Mnu_Segment::getWhatsThisConnectionName() const
+{
+    return mWhatsThisConnectionName;
+}
+
+void Mnu_Segment::setWhatsThisConnectionName(const QString& name)
+{
+    mWhatsThisConnectionName = name;
+}
+
+QString Mnu_Segment::getWhyDisabledConnectionName() const
+{
+    return mWhyDisabledConnectionName;
+}
+
+void Mnu_Segment::setWhyDisabledConnectionName(const QString& name)
+{
+    mWhyDisabledConnectionName = name;
+}
+
+QString Mnu_Segment::getWhatsThisText() const
+{
+    return mWhatsThisText;
+}
+
+void Mnu_Segment::setWhatsThisText(const QString& text)
+{
+    mWhatsThisText = text;
+}
+
+void Mnu_Segment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    connectListener(mTextListenerP, mTextConnectionName, environment,
+                    [this](const Mv_MessageInterface&) { handleTextChanged(); });
+    connectListener(mAcceleratorListenerP, mAcceleratorConnectionName, environment,
+                    [this](const Mv_MessageInterface&) { handleAcceleratorChanged(); });
+    // Visible and enabled are read at each instantiation; nothing to keep.
+    connectListener(mVisibleListenerP, mVisibleConnectionName, environment, Mv_ListenerBase::ReceiveMessageCB());
+    connectListener(mEnableListenerP, mEnableConnectionName, environment, Mv_ListenerBase::ReceiveMessageCB());
+    connectListener(mWhatsThisListenerP, mWhatsThisConnectionName, environment,
+                    [this](const Mv_MessageInterface&) { handleWhatsThisChanged(); });
+    connectListener(mWhyDisabledListenerP, mWhyDisabledConnectionName, environment,
+                    [this](const Mv_MessageInterface&) { handleWhatsThisChanged(); });
+}
+
+void Mnu_Segment::dump(const QString& prefix) const
+{
+    dumpSegmentInformation(prefix, "Mnu_Segment");
+}
+
+bool Mnu_Segment::xmlParser(QDomElement* element)
+{
+    if (!element)
+        return true;
+    for (QDomNode node = element->firstChild(); !node.isNull(); node = node.nextSibling()) {
+        QDomElement child = node.toElement();
+        parseSubElement(&child);
+    }
+    return true;
+}
+
+bool Mnu_Segment::parseSubElement(QDomElement* element)
+{
+    const QString tag = element->tagName();
+    if (tag == QLatin1String("Name"))
+        mName = element->text();
+    else if (tag == QLatin1String("Text"))
+        mText = element->text();
+    else if (tag == QLatin1String("TextConnectionName"))
+        mTextConnectionName = element->text();
+    else if (tag == QLatin1String("Accelerator"))
+        mAccelerator = element->text();
+    else if (tag == QLatin1String("AcceleratorConnectionName"))
+        mAcceleratorConnectionName = element->text();
+    else if (tag == QLatin1String("VisibleConnectionName"))
+        mVisibleConnectionName = element->text();
+    else if (tag == QLatin1String("EnableConnectionName"))
+        mEnableConnectionName = element->text();
+    else if (tag == QLatin1String("Icon")) {
+        mIconName = element->text();
+        readIconFile();
+    } else if (tag == QLatin1String("WhatsThisText"))
+        mWhatsThisText = element->text();
+    else if (tag == QLatin1String("WhatsThisConnectionName"))
+        mWhatsThisConnectionName = element->text();
+    else if (tag == QLatin1String("WhyDisabledConnectionName"))
+        mWhyDisabledConnectionName = element->text();
+    else
+        return false;
+    return true;
+}
+
+bool Mnu_Segment::readIconFile()
+{
+    mIconDataP.reset();
+    mIconDataLength = 0;
+
+    const QString path = Ost_Resource::getResourcePath() + mIconName;
+    QFile file(path);
+    // Only plain files of icon size: a folder or a device would never end.
+    const QFileInfo info(path);
+    if (!info.isFile() || info.size() > kMaxIconFileSize || !file.open(QIODevice::ReadOnly)) {
+        qDebug("Unable to open icon file name %s\n", qPrintable(path));
+        return false;
+    }
+    file.seek(file.size());
+    const qint64 length = file.pos();
+    file.seek(0);
+    std::unique_ptr<unsigned char[]> data(new unsigned char[size_t(length > 0 ? length : 1)]);
+    const qint64 read = length > 0 ? file.read(reinterpret_cast<char*>(data.get()), length) : 0;
+    mIconDataP = std::move(data);
+    mIconDataLength = int(read > 0 ? read : 0);
+    return true;
+}
+
+void Mnu_Segment::doWhatsThisConnections()
+{
+    if (!mEnabled && !mWhyDisabledConnectionName.isEmpty() && mWhyDisabledListenerP
+        && mWhyDisabledListenerP->isConnectedToModel()) {
+        const QString why = mWhyDisabledListenerP->value();
+        if (!why.isEmpty()) {
+            mEffectiveWhatsThisText = why;
+            return;
+        }
+    }
+    if (mWhatsThisConnectionName.isEmpty()) {
+        mEffectiveWhatsThisText = mWhatsThisText;
+        return;
+    }
+    QString text;
+    if (mWhatsThisListenerP && mWhatsThisListenerP->isConnectedToModel())
+        text = mWhatsThisListenerP->value();
+    mEffectiveWhatsThisText = text.isEmpty() ? mWhatsThisText : text;
+}
+
+void Mnu_Segment::dumpSegmentInformation(const QString& prefix, const char* className) const
+{
+    qDebug("%s%s: this[%lx], name[%s], use[%s], enabled[%d], visible[%d]", qPrintable(prefix), className,
+           static_cast<unsigned long>(reinterpret_cast<quintptr>(this)), qPrintable(mName), qPrintable(mDisplayedText),
+           int(mEnabled), int(mVisible));
+}
+
+void Mnu_Segment::applyCommonItemSettings(Mnu_MenuID id)
+{
+    mManagerP->setItemEnabled(id, mEnabled);
+    if (!mEffectiveWhatsThisText.isEmpty())
+        mManagerP->setWhatsThis(id, mEffectiveWhatsThisText);
+}
+
+void Mnu_Segment::handleTextChanged()
+{
+    if (mTextListenerP && mTextListenerP->isConnectedToModel())
+        mConnectedText = mTextListenerP->value();
+}
+
+void Mnu_Segment::handleAcceleratorChanged()
+{
+    if (!mAcceleratorListenerP || !mAcceleratorListenerP->isConnectedToModel())
+        return;
+    const QString accelerator = mAcceleratorListenerP->value();
+    if (!accelerator.isNull())
+        mConnectedAccelerator = accelerator;
+}
+
+void Mnu_Segment::handleWhatsThisChanged()
+{
+    doWhatsThisConnections();
+}

@@ -1,0 +1,94 @@
+#include "Mnu_SubmenuSegment.h"
+
+#include "Mnu_Manager.h"
+#include "Mnu_Menu.h"
+
+#include <QDebug>
+#include <QDomElement>
+
+Mnu_SubmenuSegment::Mnu_SubmenuSegment(Mnu_Menu* menu) : Mnu_Segment(menu), mSubmenuManagerP(nullptr)
+{
+}
+
+Mnu_SubmenuSegment::Mnu_SubmenuSegment(Mnu_Menu* menu, QDomElement* element)
+    : Mnu_Segment(menu), mSubmenuManagerP(nullptr)
+{
+    if (element)
+        xmlParser(element);
+}
+
+Mnu_SubmenuSegment::~Mnu_SubmenuSegment()
+{
+    delete mSubmenuManagerP;
+}
+
+int Mnu_SubmenuSegment::instantiate(Mnu_Manager* manager)
+{
+    Mnu_Segment::instantiate(manager);
+    if (!mVisible || !mSubmenuManagerP || !manager)
+        return 0;
+    mSubmenuManagerP->instantiateMenus();
+    Mnu_Menu* submenu = mSubmenuManagerP->getMenu();
+    QString title = submenu ? submenu->getDisplayedText() : QString();
+    const Mnu_MenuID id = manager->insertItem(title, title, mSubmenuManagerP);
+    if (!id.IsValid())
+        return 0;
+    manager->setItemEnabled(id, mEnabled);
+    mMenuP->setIDAssignedToSegment(this, id);
+    return 1;
+}
+
+int Mnu_SubmenuSegment::getVisibleItemCount()
+{
+    return mVisible ? 1 : 0;
+}
+
+int Mnu_SubmenuSegment::getItemCount()
+{
+    return 1;
+}
+
+void Mnu_SubmenuSegment::refreshState()
+{
+}
+
+Mnu_MenuID Mnu_SubmenuSegment::getIndexedID(int)
+{
+    return Mnu_MenuID();
+}
+
+void Mnu_SubmenuSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    Mnu_Segment::makeConnections(environment);
+    if (mSubmenuManagerP)
+        mSubmenuManagerP->makeConnections(environment);
+}
+
+void Mnu_SubmenuSegment::dump(const QString& prefix) const
+{
+    dumpSegmentInformation(prefix, "Mnu_SubmenuSegment");
+    qDebug("%s   child manager: [%p] (Mnu_Manager *)", qPrintable(prefix), static_cast<const void*>(mSubmenuManagerP));
+    if (mSubmenuManagerP)
+        mSubmenuManagerP->dump(prefix + QLatin1String("   "));
+}
+
+void Mnu_SubmenuSegment::setSubmenuManager(Mnu_Manager* manager)
+{
+    if (manager == mSubmenuManagerP)
+        return;
+    delete mSubmenuManagerP;
+    mSubmenuManagerP = manager;
+    if (mSubmenuManagerP)
+        mSubmenuManagerP->setParentSegment(this);
+}
+
+bool Mnu_SubmenuSegment::parseSubElement(QDomElement* element)
+{
+    if (element->tagName() == QLatin1String("Menu")) {
+        Mnu_Manager* owner = mMenuP ? mMenuP->getManager() : nullptr;
+        if (owner)
+            setSubmenuManager(owner->managerFactory(element));
+        return true;
+    }
+    return Mnu_Segment::parseSubElement(element);
+}

@@ -1,0 +1,35 @@
+#ifndef MNU_SUBMENUSEGMENT_H
+#define MNU_SUBMENUSEGMENT_H
+
+#include "Mnu_Segment.h"
+
+// An item opening a nested menu, which has its own manager (owned).
+class Mnu_SubmenuSegment : public Mnu_Segment
+{
+    Q_OBJECT
+
+public:
+    explicit Mnu_SubmenuSegment(Mnu_Menu* menu);
+    Mnu_SubmenuSegment(Mnu_Menu* menu, QDomElement* element);
+    ~Mnu_SubmenuSegment() override;
+
+    int instantiate(Mnu_Manager* manager) override;
+    int getVisibleItemCount() override;
+    int getItemCount() override;
+    void refreshState() override;
+    Mnu_MenuID getIndexedID(int index) override;
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    void dump(const QString& prefix) const override;
+
+    Mnu_Manager* getSubmenuManager() const { return mSubmenuManagerP; }
+    // Takes ownership of manager (destroying a previous one) and becomes its parent segment.
+    void setSubmenuManager(Mnu_Manager* manager);
+
+protected:
+    bool parseSubElement(QDomElement* element) override;
+
+private:
+    Mnu_Manager* mSubmenuManagerP;
+};
+
+#endif
