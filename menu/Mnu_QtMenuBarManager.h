@@ -1,0 +1,96 @@
+#ifndef MNU_QTMENUBARMANAGER_H
+#define MNU_QTMENUBARMANAGER_H
+
+#include "Mnu_Manager.h"
+#include "Mnu_Segment.h"
+
+#include <QKeySequence>
+#include <QList>
+#include <QPointer>
+#include <iosfwd>
+#include <memory>
+
+class Kel_MenuBar;
+class Mnu_QtManager;
+class Mnu_QtMenuBarEventFilter;
+class QAction;
+
+// The manager of a menu bar: a manager of drop-down menu managers, read
+// from a <MenuBar> file or built by a factory that generated code
+// registered under the bar's name.
+class Mnu_QtMenuBarManager : public Mnu_Manager
+{
+public:
+    typedef Mnu_QtMenuBarManager* (*MenuBarFactory)(Mnu_QtMenuBarManager* manager);
+
+    explicit Mnu_QtMenuBarManager(Kel_MenuBar* menuBar);
+    // Fills the bar through the factory registered under the last part of
+    // fileName ("\\" counts as "/"), or else reads the menu file fileName.
+    Mnu_QtMenuBarManager(Kel_MenuBar* menuBar, char* fileName);
+    ~Mnu_QtMenuBarManager() override;
+
+    // Registry of menu-bar factories; one per name.
+    static void registerMenuBarFactory(const char* name, MenuBarFactory factory);
+    static void unregisterMenuBarFactory(const char* name);
+    static MenuBarFactory getMenuBarFactory(const char* name);
+
+    // New drop-down managers (not added to this bar).
+    Mnu_Manager* managerFactory(QDomElement* element) override;
+    Mnu_Manager* managerFactory(char* name) override;
+    Mnu_Manager* managerFactory() override;
+    // Wraps menu in a new drop-down manager and appends it.
+    void addMenu(Mnu_Menu* menu) override;
+    // Instantiates every drop-down menu and puts one bar item per menu.
+    bool instantiateMenus() override;
+    void clearMenus() override;
+    Mnu_Menu* getMenu() override;
+    bool tstGetItemEnabled(const QString& path) override;
+    bool tstGetItemChecked(const QString& path) override;
+    bool tstGetItemVisible(const QString& path) override;
+    QString tstGetItemText(const QString& path) override;
+    bool tstActivateItem(const QString& path) override;
+    // The first part of path names a drop-down menu (its menu's name).
+    bool tstFindItemByPath(const QString& path, Mnu_Manager** manager, Mnu_Segment** segment, int* index) override;
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+    void dump(const QString& prefix) const override;
+
+    // Makes a drop-down manager for the <Menu> element and appends it.
+    Mnu_QtManager* addManager(QDomElement* element);
+    // Appends manager (ownership passes); an instantiated bar reserves an
+    // empty item for it, filled at the next refresh.
+    void addManager(Mnu_QtManager* manager);
+    // An empty drop-down manager of this bar with its own pop-up (not appended).
+    Mnu_QtManager* createManager();
+    int getManagerCount() const { return mManagers.size(); }
+    Mnu_QtManager* getManagerAt(int index) const;
+    Kel_MenuBar* getMenuBar() const;
+
+    // Updates the bar's items (titles, visibility, reserved items) from the
+    // menus' models without rebuilding the drop-down menus.
+    void refreshMenuBar();
+    // The visible segment whose current accelerator is sequence, searching
+    // every menu and submenu in bar order; null when none.
+    Mnu_Segment* getSegmentByAccelerator(const QKeySequence& sequence);
+    Mnu_QtMenuBarEventFilter* getEventFilter() const { return mEventFilterP.get(); }
+
+    // Writer of the menu formats; not provided yet.
+    bool saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
+
+protected:
+    bool xmlDerivedParser(QDomElement& root) override;
+
+private:
+    void init();
+    void removeBarItems();
+    // A bar item opening manager's menu, inserted before before (appended when null).
+    QAction* makeBarItem(Mnu_QtManager* manager, QAction* before);
+    Mnu_QtManager* managerNamed(const QString& name) const;
+    Mnu_Segment* findSegmentByAccelerator(Mnu_Menu* menu, const QKeySequence& sequence, int depth);
+
+    QPointer<Kel_MenuBar> mMenuBarP;
+    QList<Mnu_QtManager*> mManagers;
+    QList<QPointer<QAction>> mItemIDs;
+    std::unique_ptr<Mnu_QtMenuBarEventFilter> mEventFilterP;
+};
+
+#endif
