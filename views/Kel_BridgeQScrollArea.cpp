@@ -220,8 +220,18 @@ void Kel_BridgeQScrollArea::setChild(Kel_ViewInterface* view)
         mChildP->setParent(this);
         mChildP->setOrigin(QPoint(0, 0));
         fitContentToView();
+    } else {
+        releaseContentSize();
     }
     mViewportWidgetP->update();
+}
+
+void Kel_BridgeQScrollArea::releaseContentSize()
+{
+    // Empty again: the content just fills the visible area.
+    mViewportWidgetP->setMinimumSize(0, 0);
+    mViewportWidgetP->setMaximumSize(QWIDGETSIZE_MAX, 0xFFFFFF);
+    setWidgetResizable(true);
 }
 
 void Kel_BridgeQScrollArea::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
@@ -333,6 +343,7 @@ void Kel_BridgeQScrollArea::removeView(Kel_ViewInterface* view)
     if (!view || view != mChildP)
         return;
     deleteChild();
+    releaseContentSize();
     mViewportWidgetP->update();
 }
 

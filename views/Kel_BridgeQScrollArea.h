@@ -114,6 +114,7 @@ private:
     void startDragAutoScroll();
     // Content size = the view's size expanded to the visible area.
     void fitContentToView();
+    void releaseContentSize();
     void rowsChanged(int y);
 
     bool mDragAutoScroll;

@@ -82,6 +82,11 @@ TEST(BridgeQScrollArea, ContentIsNeverSmallerThanTheVisibleArea)
     EXPECT_TRUE(waitFor([&] { return !host.h()->isVisible(); }));
     EXPECT_EQ(host.area->viewportWidget()->width(), host.area->visibleWidth());
     EXPECT_EQ(host.content->getSize(), QSize(host.area->visibleWidth(), 600));
+
+    // Without a view the content just fills the area again.
+    host.area->removeView(host.content);
+    EXPECT_EQ(host.area->getChild(), nullptr);
+    EXPECT_TRUE(waitFor([&] { return !host.v()->isVisible(); }));
 }
 
 TEST(BridgeQScrollArea, EnsureRectVisibleScrollsAsLittleAsNeeded)
