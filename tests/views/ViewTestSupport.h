@@ -8,56 +8,104 @@
 #include "TestSupport.h"
 
 #include <QColor>
+#include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QFont>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintDevice>
+#include <QPainter>
 #include <QStringList>
 #include <memory>
 #include <vector>
+
+inline QString rectText(const QRect& r)
+{
+    return QStringLiteral("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
+}
 
 // A view that logs what reaches it ("press A 3,4") into a shared log and
 // takes or leaves events as told. Counts its destructions.
 class ProbeView : public Kel_ViewBase
 {
 public:
-    ProbeView(const QString& name, const QRect& rectInParent, long zOrder = 0, QStringList* log = nullptr);
-    ~ProbeView() override;
+    ProbeView(const QString& name, const QRect& rectInParent, long zOrder = 0, QStringList* log = nullptr) : log(log)
+    {
+        setName(name);
+        setRectInParent(rectInParent);
+        setZOrder(zOrder);
+    }
+    ~ProbeView() override { ++sDestroyed; }
 
-    void drawContents(QPainter* painter, const QRect& rect) override;
+    void drawContents(QPainter* painter, const QRect& rect) override
+    {
+        note(QStringLiteral("paint %1 %2").arg(getName(), rectText(rect)));
+        if (fill.isValid())
+            painter->fillRect(getLocalDrawingRect(), fill);
+    }
     Kel_ViewInterface* clone() override { return new ProbeView(*this); }
-    void mousePressEvent(QMouseEvent* event, const QPoint& local) override;
-    void mouseReleaseEvent(QMouseEvent* event, const QPoint& local) override;
-    void mouseMoveEvent(QMouseEvent* event, const QPoint& local) override;
-    void mouseDoubleClickEvent(QMouseEvent* event, const QPoint& local) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event, const QPoint& local) override;
-    void dragMoveEvent(QDragMoveEvent* event, const QPoint& local) override;
-    void dragLeaveEvent(QDragLeaveEvent* event, const QPoint& local) override;
-    void dropEvent(QDropEvent* event, const QPoint& local) override;
-    bool getToolTip(const QPoint& local, QRect* oTipRect, QString* oTipString) override;
+    void mousePressEvent(QMouseEvent* e, const QPoint& p) override { take(e, "press", p, takesMouse); }
+    void mouseReleaseEvent(QMouseEvent* e, const QPoint& p) override { take(e, "release", p, takesMouse); }
+    void mouseMoveEvent(QMouseEvent* e, const QPoint& p) override { take(e, "move", p, takesMouse); }
+    void mouseDoubleClickEvent(QMouseEvent* e, const QPoint& p) override { take(e, "double", p, takesMouse); }
+    void dragEnterEvent(QDragEnterEvent* e, const QPoint& p) override { take(e, "enter", p, takesDrags); }
+    void dragMoveEvent(QDragMoveEvent* e, const QPoint& p) override { take(e, "dragmove", p, takesDrags); }
+    void dropEvent(QDropEvent* e, const QPoint& p) override { take(e, "drop", p, takesDrags); }
+    void dragLeaveEvent(QDragLeaveEvent*, const QPoint&) override { note(QStringLiteral("leave ") + getName()); }
+    void keyPressEvent(QKeyEvent* e) override
+    {
+        note(QStringLiteral("key %1 %2").arg(getName(), e->text()));
+        e->setAccepted(takesKeys);
+    }
+    bool getToolTip(const QPoint&, QRect* oTipRect, QString* oTipString) override
+    {
+        *oTipRect = getLocalDrawingRect();
+        *oTipString = tip;
+        return !tip.isEmpty();
+    }
 
     bool takesMouse = true;
     bool takesKeys = true;
     bool takesDrags = true;
-    QString tip;        // answered for the whole view when not empty
-    QColor fill;        // painted over the whole view when valid
-    QStringList* log;   // not owned
-    static int sDestroyed;
+    QString tip;      // answered for the whole view when not empty
+    QColor fill;      // painted over the whole view when valid
+    QStringList* log; // not owned
+    static inline int sDestroyed = 0;
 
 private:
-    void note(const char* what, const QPoint& local);
+    void note(const QString& line)
+    {
+        if (log)
+            *log << line;
+    }
+    void take(QEvent* e, const char* what, const QPoint& p, bool takes)
+    {
+        note(QStringLiteral("%1 %2 %3,%4").arg(QLatin1String(what), getName()).arg(p.x()).arg(p.y()));
+        e->setAccepted(takes);
+    }
 };
 
 // A parent that records what its children ask of it.
 class RecordingParent : public Kel_ViewContainerInterface
 {
 public:
-    void childSizeChanged(Kel_ViewInterface* child, QSize newSize, QSize oldSize) override;
+    void childSizeChanged(Kel_ViewInterface* child, QSize n, QSize o) override
+    {
+        log << QStringLiteral("size %1 %2x%3 from %4x%5").arg(child->getName()).arg(n.width()).arg(n.height())
+                   .arg(o.width()).arg(o.height());
+    }
     void childInsertedRow(Kel_ViewInterface*, int, int) override {}
     void childDeletedRow(Kel_ViewInterface*, int, int) override {}
-    void childInsertedColumn(Kel_ViewInterface* child) override;
-    void childBitsChanged(Kel_ViewInterface* child, const QRect& rect, bool immediate) override;
+    void childInsertedColumn(Kel_ViewInterface* child) override { log << QStringLiteral("column ") + child->getName(); }
+    void childBitsChanged(Kel_ViewInterface* child, const QRect& rect, bool now) override
+    {
+        log << QStringLiteral("bits %1 %2%3").arg(child->getName(), rectText(rect), now ? " now" : "");
+    }
     QWidget* getBridgeWidget() override { return nullptr; }
-    void overlayChildEditWidget(Kel_ViewInterface* child, QWidget* editor, int x, int y) override;
+    void overlayChildEditWidget(Kel_ViewInterface* child, QWidget*, int x, int y) override
+    {
+        log << QStringLiteral("overlay %1 %2,%3").arg(child->getName()).arg(x).arg(y);
+    }
     void removeView(Kel_ViewInterface*) override {}
     QStringList log;
 };
@@ -66,8 +114,13 @@ public:
 class AssertLog
 {
 public:
-    AssertLog();
-    ~AssertLog();
+    AssertLog()
+        : mPrevious(Ost_Assert::setHandler([this](const QString& condition, const QString& file, int) {
+              reports << condition + QStringLiteral(" @ ") + QFileInfo(file).completeBaseName();
+          }))
+    {
+    }
+    ~AssertLog() { Ost_Assert::setHandler(mPrevious); }
     QStringList reports;
 
 private:
@@ -75,8 +128,8 @@ private:
     DebugMessageCollector mQuiet;
 };
 
-// A paint device that records the texts drawn on it, where (device
-// coordinates, baseline start), in which pen colour and font.
+// A paint device that records the texts drawn on it: where (device
+// coordinates, start of the baseline), in which pen colour and font.
 class TextRecorder : public QPaintDevice
 {
 public:
@@ -88,10 +141,9 @@ public:
         QFont font;
     };
 
-    explicit TextRecorder(const QSize& size = QSize(400, 100));
+    TextRecorder();
     ~TextRecorder() override;
     QPaintEngine* paintEngine() const override;
-    QStringList texts() const;
 
     std::vector<Text> drawn;
 
@@ -101,9 +153,6 @@ protected:
 private:
     class Engine;
     std::unique_ptr<Engine> mEngine;
-    QSize mSize;
 };
-
-QString rectText(const QRect& r);
 
 #endif
