@@ -1,0 +1,207 @@
+// Kel_ActionButton: scripts run by clicks and keys, the enabled-state model,
+// and the auto-repeat timeline on the task scheduler's manual clock.
+#include "Kel_ActionButton.h"
+#include "Kel_ConnectionUtils.h"
+#include "Kel_WhatsThis.h"
+#include "Mve_Action.h"
+#include "Mve_SimpleValue.h"
+#include "TaskScheduler.h"
+
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+// A shown window with one button whose script calls Button.Count(), which
+// records when it ran, in ms after the last press.
+class ActionButtonTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        TaskScheduler::instance()->setManualClock(true);
+        count.SetConnectionName("Button.Count");
+        count.setFunction([this] { runs.push_back(TaskScheduler::instance()->now() - pressTime); });
+        count.Publish();
+        button = new Kel_ActionButton(&window, "countButton", QStringLiteral("Count"),
+                                      QStringLiteral("Button.Count()"));
+        (new QVBoxLayout(&window))->addWidget(button);
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    void TearDown() override { TaskScheduler::instance()->setManualClock(false); }
+
+    void connect() { Kel_ConnectionUtils::recursiveConnect(&window, Mv_ConnectionEnvironment::blankEnvironment()); }
+    void press()
+    {
+        pressTime = TaskScheduler::instance()->now();
+        QTest::mousePress(button, Qt::LeftButton);
+    }
+    void release() { QTest::mouseRelease(button, Qt::LeftButton); }
+    void advance(int ms) { TaskScheduler::instance()->advanceClock(ms); }
+
+    Mve_Action<void()> count;
+    std::vector<qint64> runs;
+    qint64 pressTime = 0;
+    QWidget window;
+    Kel_ActionButton* button = nullptr;
+};
+
+} // namespace
+
+TEST_F(ActionButtonTest, ClicksAndReturnRunTheScriptThenAnnounceIt)
+{
+    EXPECT_EQ(Kel_WhatsThis::whatsThisName(button), QStringLiteral("Kel_ActionButton"));
+    connect();
+    QSignalSpy clicked(button, &QPushButton::clicked);
+    std::vector<size_t> runsSeenAfterClick;
+    QObject::connect(button, &Kel_ActionButton::afterClickAction,
+                     [this, &runsSeenAfterClick] { runsSeenAfterClick.push_back(runs.size()); });
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    press(); // held without auto-repeat: nothing more
+    advance(5000);
+    release();
+    EXPECT_EQ(runsSeenAfterClick, (std::vector<size_t>{1, 2}));
+
+    // Return and Enter click without a visible press or clicked(); Space is a real press.
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Return);
+    QTest::keyClick(button, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(runs.size(), 4u);
+    EXPECT_EQ(clicked.count(), 2);
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_EQ(clicked.count(), 3);
+    EXPECT_EQ(runsSeenAfterClick, (std::vector<size_t>{1, 2, 3, 4, 5}));
+}
+
+TEST_F(ActionButtonTest, ScriptsThatCannotRunLeaveTheButtonInert)
+{
+    QSignalSpy afterClick(button, &Kel_ActionButton::afterClickAction);
+    QTest::mouseClick(button, Qt::LeftButton); // not connected yet
+    button->SetActionScript("Button.Count(");
+    connect();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    EXPECT_EQ(afterClick.count(), 2);
+
+    // A script whose model is missing is dropped, and tried again at the next connection.
+    button->SetActionScript("Button.Missing(); Button.Count()");
+    connect();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    Mve_Action<void()> late([] {}, "Button.Missing");
+    late.Publish();
+    connect();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(runs.size(), 1u);
+}
+
+TEST_F(ActionButtonTest, EnabledStateFollowsTheModelOrTheDefault)
+{
+    EXPECT_TRUE(button->isEnabled());
+    Kel_ActionButton disabledByDefault(&window, "other", QString(), QString(), QString(), false);
+    EXPECT_FALSE(disabledByDefault.isEnabled());
+
+    Mve_SimpleValue<bool> enabled(false, "Button.Enabled");
+    enabled.Publish();
+    button->setProperty("enabledStateConnection", QByteArray("Button.Enabled"));
+    connect();
+    EXPECT_FALSE(button->isEnabled());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    enabled.setValue(true);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(runs.size(), 1u);
+
+    // Without its model the button falls back to the default.
+    button->SetDefaultEnabledState(false);
+    EXPECT_TRUE(button->isEnabled());
+    enabled.UnPublish();
+    EXPECT_FALSE(button->isEnabled());
+}
+
+TEST_F(ActionButtonTest, AutoRepeatRunsAfterTheDelayThenEveryIntervalAndOnceMoreOnRelease)
+{
+    button->setProperty("quorAutoRepeat", true);
+    connect();
+    press();
+    advance(999);
+    EXPECT_TRUE(runs.empty());
+    advance(601);
+    release(); // the click on release runs it once more
+    advance(2000);
+    EXPECT_EQ(runs, (std::vector<qint64>{1000, 1500, 1600}));
+
+    runs.clear();
+    press();
+    advance(900);
+    release();
+    advance(2000);
+    EXPECT_EQ(runs, (std::vector<qint64>{900}));
+}
+
+TEST_F(ActionButtonTest, IntervalChangesAtOnceDelayAtTheNextPress)
+{
+    button->SetQuorAutoRepeat(true);
+    connect();
+    press();
+    button->SetRepeatDelay(200);
+    advance(1000);
+    button->SetRepeatInterval(100);
+    advance(350);
+    release();
+    EXPECT_EQ(runs, (std::vector<qint64>{1000, 1100, 1200, 1300, 1350}));
+
+    runs.clear();
+    press();
+    advance(450);
+    release();
+    EXPECT_EQ(runs, (std::vector<qint64>{200, 300, 400, 450}));
+}
+
+TEST_F(ActionButtonTest, RepeatStopsWithAutoRepeatOffDisabledOrDeletedButton)
+{
+    Mve_SimpleValue<bool> enabled(true, "Button.Enabled");
+    enabled.Publish();
+    button->setEnabledStateConnectionSpec("Button.Enabled");
+    button->SetQuorAutoRepeat(true);
+    connect();
+    press();
+    advance(1000);
+    button->SetQuorAutoRepeat(false);
+    advance(2000);
+    release();
+    EXPECT_EQ(runs, (std::vector<qint64>{1000, 3000}));
+
+    runs.clear();
+    button->SetQuorAutoRepeat(true);
+    press();
+    advance(1000);
+    enabled.setValue(false); // a disabled button is never released by the mouse
+    advance(2000);
+    EXPECT_EQ(runs, (std::vector<qint64>{1000}));
+
+    runs.clear();
+    enabled.setValue(true);
+    press();
+    delete button;
+    advance(3000);
+    EXPECT_TRUE(runs.empty());
+}
+
+TEST_F(ActionButtonTest, ScriptMayDeleteTheButtonFromItsOwnRepeat)
+{
+    Mve_Action<void()> close([this] { delete button; }, "Button.Close");
+    close.Publish();
+    button->SetActionScript("Button.Count(); Button.Close()");
+    button->SetQuorAutoRepeat(true);
+    connect();
+    press();
+    advance(3000);
+    EXPECT_EQ(runs, (std::vector<qint64>{1000}));
+    EXPECT_TRUE(window.findChildren<Kel_ActionButton*>().isEmpty());
+}

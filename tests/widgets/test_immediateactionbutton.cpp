@@ -1,0 +1,210 @@
+// Kel_ImmediateActionButton: press and release rules, the context menu,
+// enabled and visible models, images and auto-repeat.
+#include "Kel_ConnectionUtils.h"
+#include "Kel_ImmediateActionButton.h"
+#include "Kel_WhatsThis.h"
+#include "Mve_Action.h"
+#include "Mve_SimpleValue.h"
+#include "Ost_Resource.h"
+#include "TaskScheduler.h"
+#include "TestSupport.h"
+
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QTest>
+#include <QWindow>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace {
+
+const QRgb kRed = qRgb(255, 0, 0);
+const QRgb kBlue = qRgb(0, 0, 255);
+
+// A shown window with one button whose script calls Immediate.Count(), and
+// a bool model Immediate.Enabled (true) that most tests name as its enabled state.
+class ImmediateButtonTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        previousResourcePath = Ost_Resource::getResourcePath();
+        Ost_Resource::setResourcePath(testDataDir() + QStringLiteral("factory/"));
+        TaskScheduler::instance()->setManualClock(true);
+        count.SetConnectionName("Immediate.Count");
+        count.setFunction([this] { runs.push_back(TaskScheduler::instance()->now() - pressTime); });
+        count.Publish();
+        enabled.Publish();
+        button = new Kel_ImmediateActionButton(&window, "playButton", QStringLiteral("Immediate.Count()"));
+        auto* layout = new QHBoxLayout(&window);
+        layout->addWidget(button);
+        layout->addStretch();
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    void TearDown() override
+    {
+        TaskScheduler::instance()->setManualClock(false);
+        Ost_Resource::setResourcePath(previousResourcePath);
+    }
+
+    void connect() { Kel_ConnectionUtils::recursiveConnect(&window, Mv_ConnectionEnvironment::blankEnvironment()); }
+    void press(Qt::MouseButton b = Qt::LeftButton)
+    {
+        pressTime = TaskScheduler::instance()->now();
+        QTest::mousePress(button, b, Qt::NoModifier, QPoint(4, 4));
+    }
+    void release(QPoint at = QPoint(4, 4), Qt::MouseButton b = Qt::LeftButton)
+    {
+        QTest::mouseRelease(button, b, Qt::NoModifier, at);
+    }
+    void advance(int ms) { TaskScheduler::instance()->advanceClock(ms); }
+    QRgb pixel(int x, int y) { return button->grab().toImage().pixel(x, y) | 0xff000000; }
+
+    QString previousResourcePath;
+    Mve_Action<void()> count;
+    Mve_SimpleValue<bool> enabled{true, "Immediate.Enabled"};
+    std::vector<qint64> runs;
+    qint64 pressTime = 0;
+    QWidget window;
+    Kel_ImmediateActionButton* button = nullptr;
+};
+
+} // namespace
+
+TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseInside)
+{
+    EXPECT_EQ(Kel_WhatsThis::whatsThisName(button), QStringLiteral("Kel_ImmediateActionButton"));
+    connect();
+    press();
+    EXPECT_EQ(runs.size(), 1u);
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kTrackingState);
+    release();
+    EXPECT_EQ(runs.size(), 1u);
+    // Without an enabled model nothing brings the state back from tracking.
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kTrackingState);
+
+    button->setProperty("actionDelay", true);
+    button->setEnabledStateConnSpec("Immediate.Enabled");
+    connect();
+    press();
+    EXPECT_EQ(runs.size(), 1u);
+    release();
+    EXPECT_EQ(runs.size(), 2u);
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
+    press();
+    release(QPoint(button->width() + 5, 4));
+    press();
+    QEvent leave(QEvent::Leave); // dragged out of the button: the tracking image goes
+    QApplication::sendEvent(button, &leave);
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
+    release(QPoint(-1, 4));
+    EXPECT_EQ(runs.size(), 2u);
+}
+
+TEST_F(ImmediateButtonTest, RightClickGoesToTheContextMenuModelWhenOneIsNamed)
+{
+    QWidget* menuWidget = nullptr;
+    QPoint menuPos;
+    Mve_Action<void(QWidget*, QContextMenuEvent*)> menu(
+        [&](QWidget* w, QContextMenuEvent* e) {
+            menuWidget = w;
+            menuPos = e->pos();
+        },
+        "Immediate.Menu");
+    menu.Publish();
+    button->setEnabledStateConnSpec("Immediate.Enabled");
+    connect();
+    press(Qt::RightButton); // without a context-menu specification, like the left button
+    release(QPoint(4, 4), Qt::RightButton);
+    EXPECT_EQ(runs.size(), 1u);
+
+    button->setProperty("contexMenuConnSpec", QByteArray("Immediate.Menu"));
+    button->setActionDelay(true);
+    connect();
+    // Through the window, as the platform delivers a right-click.
+    const QPoint at = button->mapTo(&window, QPoint(6, 7));
+    QTest::mousePress(window.windowHandle(), Qt::RightButton, Qt::NoModifier, at);
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
+    QTest::mouseRelease(window.windowHandle(), Qt::RightButton, Qt::NoModifier, at);
+    EXPECT_EQ(runs.size(), 1u);
+    EXPECT_EQ(menuWidget, button);
+    EXPECT_EQ(menuPos, QPoint(6, 7));
+}
+
+TEST_F(ImmediateButtonTest, EnabledModelDisablesAndVisibleModelHides)
+{
+    Mve_SimpleValue<bool> visible(true, "Immediate.Visible");
+    visible.Publish();
+    enabled.setValue(false);
+    button->setProperty("enabledConnSpec", QByteArray("Immediate.Enabled"));
+    button->setProperty("visibleStateConnection", QByteArray("Immediate.Visible"));
+    connect();
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kDisabledState);
+    EXPECT_FALSE(button->isEnabled());
+    press();
+    release();
+    EXPECT_TRUE(runs.empty());
+    enabled.setValue(true);
+    press();
+    EXPECT_EQ(runs.size(), 1u);
+    release();
+
+    EXPECT_TRUE(button->isVisible());
+    visible.setValue(false);
+    EXPECT_FALSE(button->isVisible());
+    visible.UnPublish(); // a named model that is missing keeps it hidden
+    visible.setValue(true);
+    EXPECT_FALSE(button->isVisible());
+    visible.Publish();
+    EXPECT_TRUE(button->isVisible());
+}
+
+TEST_F(ImmediateButtonTest, ImagesDecideSizeAndAppearance)
+{
+    EXPECT_EQ(button->sizeHint(), QSize(32, 32));
+    button->setNormalImage("Images/normal.png");
+    button->setTrackingImage("Images/tracking.png");
+    button->setDisabledImage("Images/disabled.png");
+    EXPECT_EQ(button->sizeHint(), QSize(24, 16));
+    button->resize(button->sizeHint());
+    EXPECT_EQ(pixel(2, 2), kRed);
+    EXPECT_EQ(pixel(20, 2), kBlue);
+    button->setEnabledStateConnSpec("Immediate.Enabled");
+    connect();
+    press();
+    EXPECT_EQ(pixel(2, 2), qRgb(0, 255, 0));
+    release();
+    enabled.setValue(false);
+    EXPECT_EQ(pixel(2, 2), qRgb(128, 128, 128));
+
+    // Reversing mirrors images loaded afterwards; a file that does not load keeps the old image.
+    enabled.setValue(true);
+    button->setProperty("iconReversed", true);
+    EXPECT_EQ(pixel(2, 2), kRed);
+    button->setNormalImage("Images/normal.png");
+    EXPECT_EQ(pixel(2, 2), kBlue);
+    EXPECT_EQ(pixel(20, 2), kRed);
+    button->setNormalImage("Images/missing.png");
+    EXPECT_EQ(button->getNormalImage(), QByteArray("Images/missing.png"));
+    EXPECT_EQ(pixel(2, 2), kBlue);
+}
+
+TEST_F(ImmediateButtonTest, AutoRepeatWhileHeld)
+{
+    button->setQuorAutoRepeat(true);
+    button->setRepeatDelay(300);
+    button->setRepeatInterval(100);
+    connect();
+    press();
+    advance(550);
+    release();
+    advance(1000);
+    EXPECT_EQ(runs, (std::vector<qint64>{0, 300, 400, 500}));
+
+    runs.clear();
+    press();
+    button->hide(); // the release never comes, the repeat stops anyway
+    advance(1000);
+    EXPECT_EQ(runs, (std::vector<qint64>{0}));
+}

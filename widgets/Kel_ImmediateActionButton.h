@@ -1,0 +1,151 @@
+#ifndef KEL_IMMEDIATEACTIONBUTTON_H
+#define KEL_IMMEDIATEACTIONBUTTON_H
+
+#include "Kel_WidgetConnectInterface.h"
+#include "Mvt_Action.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QByteArray>
+#include <QPixmap>
+#include <QWidget>
+#include <memory>
+
+class QContextMenuEvent;
+class TaskSchedulerTask;
+class Uip_ParseNode;
+
+// An image button for transport controls: it runs its action script the
+// moment the mouse button goes down (or, with actionDelay, on a release
+// inside it), can auto-repeat while held, draws one image per visual state,
+// and can be enabled and shown by bool models. A right-click calls the
+// context-menu action model, if one is named.
+class Kel_ImmediateActionButton : public QWidget, public Kel_WidgetConnectInterface
+{
+    Q_OBJECT
+    // Declared first so that forms set it before they load the images.
+    Q_PROPERTY(bool iconReversed READ getImageReversed WRITE setImageReversed)
+    Q_PROPERTY(QByteArray actionScript READ getActionScript WRITE setActionScript)
+    Q_PROPERTY(QByteArray normalImage READ getNormalImage WRITE setNormalImage)
+    Q_PROPERTY(QByteArray trackingImage READ getTrackingImage WRITE setTrackingImage)
+    Q_PROPERTY(QByteArray disabledImage READ getDisabledImage WRITE setDisabledImage)
+    Q_PROPERTY(bool quorAutoRepeat READ getQuorAutoRepeat WRITE setQuorAutoRepeat)
+    Q_PROPERTY(int repeatDelay READ getRepeatDelay WRITE setRepeatDelay)
+    Q_PROPERTY(int repeatInterval READ getRepeatInterval WRITE setRepeatInterval)
+    Q_PROPERTY(QByteArray enabledConnSpec READ getEnabledStateConnSpec WRITE setEnabledStateConnSpec)
+    Q_PROPERTY(QByteArray visibleStateConnection READ getVisibleStateConnectionSpec WRITE setVisibleStateConnectionSpec)
+    Q_PROPERTY(QByteArray contexMenuConnSpec READ getContextMenuConnectionSpec WRITE setContextMenuConnectionSpec)
+    Q_PROPERTY(bool actionDelay READ getActionDelay WRITE setActionDelay)
+
+public:
+    enum visualState
+    {
+        kNormalState = 0,
+        kTrackingState = 1, // pressed
+        kDisabledState = 2,
+        kVisualStateCount
+    };
+    // The action a right-click calls, with the button and the event.
+    typedef Mvt_Action<void(QWidget*, QContextMenuEvent*)> ContextMenuAction;
+
+    // actionScript is taken as Latin-1; ignoredText is accepted for
+    // compatibility and not used.
+    explicit Kel_ImmediateActionButton(QWidget* parent = nullptr, const char* name = nullptr,
+                                       QString actionScript = QString(), QString ignoredText = QString());
+    ~Kel_ImmediateActionButton() override;
+
+    // Parses the script at once; one that does not parse leaves the button inert.
+    void setActionScript(QByteArray script);
+    QByteArray getActionScript() const { return mActionScript; }
+
+    // Image paths relative to the resource path. A file that does not load
+    // keeps the previous image.
+    void setNormalImage(QByteArray path);
+    QByteArray getNormalImage() const { return mImageNames[kNormalState]; }
+    void setTrackingImage(QByteArray path);
+    QByteArray getTrackingImage() const { return mImageNames[kTrackingState]; }
+    void setDisabledImage(QByteArray path);
+    QByteArray getDisabledImage() const { return mImageNames[kDisabledState]; }
+    // Mirrors images left to right; affects only images loaded afterwards.
+    void setImageReversed(bool reversed);
+    bool getImageReversed() const { return mImageReversed; }
+
+    // Switching auto-repeat off stops a running repeat.
+    void setQuorAutoRepeat(bool on);
+    bool getQuorAutoRepeat() const { return mQuorAutoRepeat; }
+    // Takes effect at the next press.
+    void setRepeatDelay(int ms);
+    int getRepeatDelay() const { return mRepeatDelay; }
+    // Takes effect at once, also while the button is held.
+    void setRepeatInterval(int ms);
+    int getRepeatInterval() const { return mRepeatInterval; }
+    // Runs the script on a release inside the button instead of on press.
+    void setActionDelay(bool delay);
+    bool getActionDelay() const { return mActionDelay; }
+
+    // Connection specifications; they take effect at the next makeConnections.
+    void setEnabledStateConnSpec(QByteArray spec);
+    QByteArray getEnabledStateConnSpec() const { return mEnabledConnSpec; }
+    void setVisibleStateConnectionSpec(QByteArray spec);
+    QByteArray getVisibleStateConnectionSpec() const { return mVisibleStateConnectionSpec; }
+    // With a context-menu specification the right button no longer presses the button.
+    void setContextMenuConnectionSpec(QByteArray spec);
+    QByteArray getContextMenuConnectionSpec() const { return mContextMenuConnSpec; }
+
+    visualState getVisualState() const { return mVisualState; }
+
+    // Connects the script (dropping it when its models are missing), then
+    // the enabled, visible and context-menu models that are named.
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+
+    // The current image's size; 32 x 32 without one.
+    QSize sizeHint() const override;
+
+    // Normal and enabled, or disabled, as the enabled model says; nothing
+    // changes while no enabled model is connected.
+    void handleMsgEnabledStateDefault();
+    // Shown as the visible model says; without a specification always shown,
+    // with one hidden until its model says otherwise.
+    void handleMsgVisibleStateDefault();
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    // A disabled or hidden button never sees its release: the repeat stops here.
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+
+    void setImage(visualState state, const QByteArray& path);
+    bool isContextMenuClick(const QMouseEvent* event) const;
+    void runScript();
+    void repeatHandler();
+    void stopRepeat();
+
+    std::unique_ptr<BoolListener> mEnabledListenerP;
+    std::unique_ptr<BoolListener> mVisibleListenerP;
+    std::unique_ptr<ContextMenuAction::Listener> mContextMenuListenerP;
+    QByteArray mEnabledConnSpec;
+    QByteArray mVisibleStateConnectionSpec;
+    QByteArray mContextMenuConnSpec;
+    // Deleted with the button: no repeat outlives it.
+    std::unique_ptr<TaskSchedulerTask> mRepeatTaskP;
+    // Shared so that a script that deletes the button while it runs finishes safely.
+    std::shared_ptr<Uip_ParseNode> mScriptP;
+    QByteArray mActionScript;
+    bool mActionDelay;
+    bool mImageReversed;
+    bool mQuorAutoRepeat;
+    QByteArray mImageNames[kVisualStateCount];
+    QPixmap mPixmaps[kVisualStateCount];
+    visualState mVisualState;
+    int mRepeatState; // 0 idle, 1 waiting for the first repeat, 2 repeating
+    int mRepeatDelay;
+    int mRepeatInterval;
+};
+
+#endif
