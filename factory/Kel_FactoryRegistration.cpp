@@ -1,0 +1,62 @@
+// Registers the library's widget classes with the widget factory when the
+// library is loaded, so that forms can name them.
+#include "Kel_SimpleFactoryEntry.h"
+
+#include "Kel_ActionButton.h"
+#include "Kel_CheckBox.h"
+#include "Kel_ImmediateActionButton.h"
+#include "Kel_Label.h"
+#include "Kel_LongLabel.h"
+
+namespace {
+
+// The description is both the tool tip and the what's-this text. The entry
+// registers itself and lives until the process ends.
+template <class T, bool Container>
+void add(const char* key, const char* description)
+{
+    new Kel_SimpleFactoryEntry<T, Container>(QString::fromLatin1(key), QString::fromLatin1(description), QString());
+}
+
+// One line per class, in this order. The commented lines are the classes
+// that forms may name once they exist in the library; a new class takes the
+// place of its comment.
+void registerLibraryWidgets()
+{
+    add<Kel_ActionButton, false>("Kel_ActionButton", "Action model connected button");
+    // Kel_ActionDialog, false: "Dialog box with action script on accept"
+    // Kel_AutoSizeTextEdit, false: "Text edit that grows with its text, for the in-place editors"
+    // Kel_Bitmap, false: "model driven bitmap"
+    // Kel_Busy, false: "Animated busy indicator connected to Mvt_bool"
+    add<Kel_CheckBox, false>("Kel_CheckBox", "Model/View connected check box control");
+    // Kel_CheckBoxList, false: "List of checkboxes determined through model/view connections"
+    // Kel_Double, false: "A Widget to display a double value"
+    // Kel_DropdownList, false: "model driven drop down item list"
+    // Kel_EnhancedCheckBoxList, false: "List of checkboxes determined through model/view connections, with additional controls"
+    // Kel_ImageMappedButtons, false: "model driven collection of non-rectangular buttons"
+    add<Kel_ImmediateActionButton, false>("Kel_ImmediateActionButton", "Immediate action button for transport control");
+    add<Kel_Label, false>("Kel_Label", "QLabel with Model/View connection for label text");
+    // Kel_KeyEdit, false: "QLineEdit that handles key sequences"
+    // Kel_LineEdit, false: "QLineEdit connected to or published as string data model"
+    add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
+    // Kel_Placard, false: "Placard widget for place-holding"
+    // Kel_PlayButton, false: "Immediate action play button for transport control"
+    // Kel_PopupDisplay, false: "A combobox"
+    // Kel_RadioGroupListBox, false: "Radio Group-style List Box"
+    // Kel_RevealButton, false: "Contains reveal button that shows/hides body widget"
+    // Kel_RevealHeader, false: "Header for reveal widget, contains reveal button and display text field"
+    // Kel_RevealBody, true: "Body of the reveal widget, contains widget that will be hidden/shown"
+    // Kel_ScrollView, true: "Kel ScrollView"
+    // Kel_Slider, false: "model driven slider control"
+    // Kel_Sprite, false: "Animated bitmap"
+    // Kel_StandardBistateButton, false: "A dual-state button that allows customization via image properties"
+    // Kel_TCLabel, false: "Timecode widget for monitor pane"
+    // Kel_TextEdit, false: "QTextEdit connected to or published as string data model"
+}
+
+const struct Registration
+{
+    Registration() { registerLibraryWidgets(); }
+} registration;
+
+} // namespace

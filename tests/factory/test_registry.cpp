@@ -1,0 +1,92 @@
+// Kel_QtWidgetFactoryRegistry and its entries: the table, the library's own
+// classes, and creation by class name.
+#include "Kel_Label.h"
+#include "Kel_QtWidgetFactoryRegistry.h"
+#include "Kel_SimpleFactoryEntry.h"
+#include "Kel_UIFileFactoryEntry.h"
+#include "TestSupport.h"
+
+#include <QFrame>
+#include <QPushButton>
+#include <gtest/gtest.h>
+
+namespace {
+
+class TestPanel : public QFrame
+{
+public:
+    TestPanel(QWidget* parent, const char* name) : QFrame(parent) { setObjectName(QString::fromLatin1(name)); }
+};
+
+} // namespace
+
+TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoadInKeyOrder)
+{
+    const std::pair<const char*, const char*> library[] = {
+        {"Kel_ActionButton", "Action model connected button"},
+        {"Kel_CheckBox", "Model/View connected check box control"},
+        {"Kel_ImmediateActionButton", "Immediate action button for transport control"},
+        {"Kel_Label", "QLabel with Model/View connection for label text"},
+        {"Kel_LongLabel", "QLabel that displays a Model/View connection long value as text"},
+    };
+    const QStringList keys = Kel_QtWidgetFactoryRegistry::getAllKeys();
+    QStringList sorted = keys;
+    sorted.sort();
+    EXPECT_EQ(keys, sorted);
+    EXPECT_EQ(keys.value(0), QStringLiteral("Kel_ActionButton"));
+
+    Kel_QtWidgetFactoryRegistry loader;
+    QWidget parent;
+    for (const auto& c : library) {
+        SCOPED_TRACE(c.first);
+        const QString key = QString::fromLatin1(c.first);
+        Kel_FactoryEntryInterface* entry = Kel_QtWidgetFactoryRegistry::getEntry(key);
+        ASSERT_NE(entry, nullptr);
+        EXPECT_EQ(entry->getToolTip(), QString::fromLatin1(c.second));
+        EXPECT_EQ(entry->getWhatsThis(), QString::fromLatin1(c.second));
+        EXPECT_EQ(entry->getIncludeFile(), key + QStringLiteral(".h"));
+        EXPECT_FALSE(entry->isContainer());
+        QWidget* made = loader.createWidget(key, &parent, QStringLiteral("made"));
+        ASSERT_NE(made, nullptr);
+        EXPECT_EQ(QString::fromLatin1(made->metaObject()->className()), key);
+        EXPECT_EQ(made->parent(), &parent);
+        EXPECT_EQ(made->objectName(), QStringLiteral("made"));
+    }
+    EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Kel_NeverRegistered")), nullptr);
+
+    // Other names are Qt's: its own classes, and nothing for names it does not know.
+    EXPECT_NE(qobject_cast<QPushButton*>(loader.createWidget(QStringLiteral("QPushButton"), &parent)), nullptr);
+    DebugMessageCollector messages;
+    EXPECT_EQ(loader.createWidget(QStringLiteral("Kel_NeverRegistered"), &parent), nullptr);
+}
+
+TEST(FactoryRegistry, EntriesRegisterReplaceAndLeaveTheTable)
+{
+    // Empty texts fall back: what's-this to tool tip, tool tip to key.
+    auto* first = new Kel_SimpleFactoryEntry<TestPanel, true>(QStringLiteral("Test_Panel"), QString(), QString());
+    EXPECT_EQ(first->getWhatsThis(), QStringLiteral("Test_Panel"));
+    EXPECT_TRUE(first->isContainer());
+    EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Test_Panel")), first);
+    {
+        Kel_SimpleFactoryEntry<TestPanel, false> second(QStringLiteral("Test_Panel"), QStringLiteral("A panel"),
+                                                        QString());
+        EXPECT_EQ(second.getWhatsThis(), QStringLiteral("A panel"));
+        EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Test_Panel")), &second);
+        EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getAllKeys().count(QStringLiteral("Test_Panel")), 1);
+
+        // The replaced entry was not deleted and still works.
+        QWidget parent;
+        EXPECT_NE(dynamic_cast<TestPanel*>(first->create(&parent, QStringLiteral("p"), false)), nullptr);
+        delete first; // not registered any more: the table is untouched
+        EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Test_Panel")), &second);
+    }
+    // A destroyed entry never stays behind in the table.
+    EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Test_Panel")), nullptr);
+
+    Kel_UIFileFactoryEntry inspector(QStringLiteral("Inspector"));
+    EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Inspector")), &inspector);
+    EXPECT_EQ(inspector.getWhatsThis(), QStringLiteral("Inspector.ui file include"));
+    EXPECT_EQ(inspector.getToolTip(), QStringLiteral("Inspector.ui file include"));
+    EXPECT_TRUE(inspector.getIncludeFile().isEmpty());
+    EXPECT_FALSE(inspector.isContainer());
+}
