@@ -2,6 +2,8 @@
 
 #include "DemoPanel.h"
 
+#include "Kel_MenuBar.h"
+
 #include <QTabWidget>
 
 DemoWindow::DemoWindow(QWidget* parent)
@@ -15,6 +17,10 @@ DemoWindow::DemoWindow(QWidget* parent)
         page->setObjectName(panel.title);
         mTabsP->addTab(page, panel.title);
     }
+    // After the panels: the "Menus" panel publishes the models the bar binds to.
+    auto* menuBar = new Kel_MenuBar(this, "DemoMenuBar");
+    setMenuBar(menuBar);
+    menuBar->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
     resize(900, 600);
 }
 
