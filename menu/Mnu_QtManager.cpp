@@ -268,7 +268,9 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     action->setShortcut(sequence);
     action->setShortcutVisibleInContextMenu(true);
     const QString text = sequence.toString(QKeySequence::PortableText);
-    acceleratorTable()[text] = true;
+    // An empty accelerator (an element without one) takes no key.
+    if (!sequence.isEmpty())
+        acceleratorTable()[text] = true;
     qDebug("Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text), static_cast<void*>(action));
 }
 
