@@ -21,7 +21,9 @@ public:
         : Mvt_Array<Mvt_SimpleValue<T>>(name), mValues(values) {}
 
     long size() const { return long(mValues.size()); }
-    const T& at(long index) const { return mValues.at(size_t(index)); }
+    // By const_reference so that Mve_Array<bool> (a packed std::vector<bool>)
+    // hands out a value instead of a reference to a temporary.
+    typename std::vector<T>::const_reference at(long index) const { return mValues.at(size_t(index)); }
     const std::vector<T>& values() const { return mValues; }
 
     // Changes one element; notifies and answers true when it differed.
