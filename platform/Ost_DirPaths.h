@@ -8,7 +8,9 @@
 class Ost_DirPaths
 {
 public:
-    enum DirPath_t { kExecutableDir = 0, kUserDataDir = 1, kTempDir = 2, kResourceDir = 3 };
+    // Fixed underlying type: callers pass kinds as plain numbers, and an
+    // unknown number must be a defined value that GetPath can refuse.
+    enum DirPath_t : int { kExecutableDir = 0, kUserDataDir = 1, kTempDir = 2, kResourceDir = 3 };
 
     // Stores the product name used in titles and folder names. May be called
     // again; a null or empty name goes back to the default.
