@@ -93,6 +93,11 @@ void Kel_KeymapMgr::setMenuBar(Kel_MenuBar* menuBar)
     mMenuBarP = menuBar;
 }
 
+Kel_MenuBar* Kel_KeymapMgr::getMenuBar() const
+{
+    return mMenuBarP;
+}
+
 void Kel_KeymapMgr::loadAll(const QString& dirPath, const QString& baseName)
 {
     setKeyMapsDirPath(dirPath);

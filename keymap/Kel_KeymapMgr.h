@@ -115,7 +115,7 @@ public:
     static QKeySequence keySequence(const QKeyEvent* event);
 
     QString getKeyMapsDirPath() const { return mKeyMapsDirPath; }
-    Kel_MenuBar* getMenuBar() const { return mMenuBarP; }
+    Kel_MenuBar* getMenuBar() const;
     int getCurrentLang() const { return mCurrentLang; }
     const QList<int>& getLoadedLangs() const { return mLoadedLangs; }
 

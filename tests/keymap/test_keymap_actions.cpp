@@ -1,0 +1,319 @@
+// What mapped keys do: menu commands, scripts and action models run from a
+// widget's key presses; reverse lookup; changes at run time, the custom
+// mappings written back, and the change notification.
+#include "Kel_MenuBar.h"
+#include "KeymapTestSupport.h"
+#include "Mve_Action.h"
+#include "Mve_SimpleValue.h"
+
+#include <QTest>
+
+using namespace keymaptest;
+
+namespace {
+
+const char kProbeKeymap[] =
+    "<KeyMappings><Entries Context='Probe'>"
+    "<Entry id='MenuAction' key='Ctrl+S'/>"
+    "<Entry id='MenuAction::Ctrl+S' key='F2'/>"
+    "<Entry id='MenuAction::Ctrl+M' key='F3'/>"
+    "<Entry id='MenuAction::Ctrl+W' key='F4'/>"
+    "<Entry id='Text' key='F5'><ActionScript>Keymap.Text = \"five\"</ActionScript><Action>Keymap.Play</Action></Entry>"
+    "<Entry id='Broken' key='F6'><ActionScript>Keymap.Text = </ActionScript></Entry>"
+    "<Entry id='Unbound' key='F7'><ActionScript>Keymap.Nothing = \"x\"</ActionScript></Entry>"
+    "<Entry id='Play' key='F8'><Action>Keymap.Play</Action></Entry>"
+    "<Entry id='Missing' key='F10'><Action>Keymap.NoSuchAction</Action></Entry>"
+    "<Entry id='Note' key='F11'><Description>Only words</Description></Entry>"
+    "<Entry id='Deck' key='F12'><ActionScript>$Deck.Text = \"deck\"</ActionScript></Entry>"
+    "<Entry id='Digit' key='5'><Action>Keymap.Play</Action></Entry>"
+    "</Entries></KeyMappings>";
+
+// A menu bar read from tests/data/keymap/KeymapBar.xml, a window with a
+// probe in the context "Probe", and the models both use.
+class KeymapActionTest : public KeymapTest
+{
+protected:
+    void SetUp() override
+    {
+        KeymapTest::SetUp();
+        for (Mv_ModelBase* model :
+             std::initializer_list<Mv_ModelBase*>{&canSave, &save, &muted, &play, &text, &deckText, &changed})
+            model->Publish();
+        // Not in the window: only the keymap reaches its commands.
+        bar.reset(new Kel_MenuBar(nullptr, "KeymapBar"));
+        bar->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+        mgr->setMenuBar(bar.get());
+        loadXml(QString::fromLatin1(kProbeKeymap));
+
+        auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+        env->set("Deck", "Keymap.Deck");
+        probe.reset(new KeyProbe(mgr.get(), "Probe", env));
+        probe->resize(100, 100);
+        probe->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(probe.get()));
+    }
+    void TearDown() override
+    {
+        probe.reset();
+        bar.reset();
+        KeymapTest::TearDown();
+    }
+
+    // Presses key on the probe; whether the keymap consumed it.
+    bool press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        const int before = probe->consumed;
+        QTest::keyClick(probe.get(), key, modifiers);
+        return probe->consumed > before;
+    }
+    bool hasAction(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        return mgr->hasAction(&event, "Probe");
+    }
+    // Lets the notification task run.
+    void settle() { TaskScheduler::instance()->advanceClock(1); }
+
+    int saves = 0;
+    int plays = 0;
+    int notifications = 0;
+    Mve_SimpleValue<bool> canSave{true, "Keymap.CanSave"};
+    Mve_Action<void()> save{[this] { ++saves; }, "Keymap.Save"};
+    Mve_SimpleValue<bool> muted{false, "Keymap.Muted"};
+    Mve_Action<void()> play{[this] { ++plays; }, "Keymap.Play"};
+    Mve_SimpleValue<QString> text{"", "Keymap.Text"};
+    Mve_SimpleValue<QString> deckText{"", "Keymap.Deck.Text"};
+    Mve_Action<void()> changed{[this] { ++notifications; }, "KeymapsChanged.Action"};
+    std::unique_ptr<Kel_MenuBar> bar;
+    std::unique_ptr<KeyProbe> probe;
+};
+
+QString customEntry(const QString& key, const QString& context, const QString& action)
+{
+    return QStringLiteral("  <Entry>\n"
+                          "   <KeySequence>%1</KeySequence>\n"
+                          "   <Context>%2</Context>\n"
+                          "   <Action>%3</Action>\n"
+                          "   <CustomKeyMapping/>\n"
+                          "  </Entry>\n")
+        .arg(key, context, action);
+}
+
+} // namespace
+
+TEST_F(KeymapActionTest, MenuCommandMappingsRunTheCommandAndAlwaysConsumeTheKey)
+{
+    EXPECT_TRUE(press(Qt::Key_S, Qt::ControlModifier)); // the pressed key's own command
+    EXPECT_EQ(saves, 1);
+    EXPECT_TRUE(press(Qt::Key_F2)); // the command whose accelerator is Ctrl+S
+    EXPECT_EQ(saves, 2);
+
+    canSave.setValue(false);
+    EXPECT_TRUE(press(Qt::Key_F2));
+    EXPECT_TRUE(press(Qt::Key_S, Qt::ControlModifier));
+    EXPECT_EQ(saves, 2);
+    // Not a command, and no item at all: the key is still the menu's.
+    EXPECT_TRUE(press(Qt::Key_F3));
+    EXPECT_FALSE(muted.getValue());
+    EXPECT_TRUE(press(Qt::Key_F4));
+
+    canSave.setValue(true);
+    mgr->setMenuBar(nullptr);
+    EXPECT_TRUE(press(Qt::Key_F2));
+    EXPECT_EQ(saves, 2);
+
+    // A menu bar that goes away is forgotten.
+    mgr->setMenuBar(bar.get());
+    bar.reset();
+    EXPECT_EQ(mgr->getMenuBar(), nullptr);
+    EXPECT_TRUE(press(Qt::Key_F2));
+}
+
+TEST_F(KeymapActionTest, MenuCommandMappingsShowTheCommandsLabel)
+{
+    const auto& table = mgr->KeyMap();
+    EXPECT_EQ(mgr->getMenuActionLabel(QKeySequence("F2"), table.value("Probe::F2")), "&Save");
+    EXPECT_EQ(mgr->getMenuActionLabel(QKeySequence("Ctrl+S"), table.value("Probe::Ctrl+S")), "&Save");
+    EXPECT_EQ(mgr->getMenuActionLabel(QKeySequence("F3"), table.value("Probe::F3")), QString());
+    EXPECT_EQ(mgr->getMenuActionLabel(QKeySequence("F8"), table.value("Probe::F8")), QString());
+    EXPECT_TRUE(mgr->isMenuAction(table.value("Probe::F4")));
+    EXPECT_FALSE(mgr->isMenuAction(table.value("Probe::F8")));
+    mgr->setMenuBar(nullptr);
+    EXPECT_EQ(mgr->getMenuActionLabel(QKeySequence("F2"), table.value("Probe::F2")), QString());
+}
+
+TEST_F(KeymapActionTest, ScriptsComeBeforeActionsAndUnusableScriptsLetTheKeyTravel)
+{
+    EXPECT_TRUE(press(Qt::Key_F5));
+    EXPECT_EQ(text.getValue(), "five");
+    EXPECT_EQ(plays, 0);
+
+    // Does not parse, or names no model: mapped, yet not consumed.
+    EXPECT_TRUE(hasAction(Qt::Key_F6));
+    EXPECT_FALSE(press(Qt::Key_F6));
+    EXPECT_TRUE(hasAction(Qt::Key_F7));
+    EXPECT_FALSE(press(Qt::Key_F7));
+    EXPECT_EQ(probe->passedOn, 2);
+
+    // Scripts are connected in the widget's environment.
+    EXPECT_TRUE(press(Qt::Key_F12));
+    EXPECT_EQ(deckText.getValue(), "deck");
+}
+
+TEST_F(KeymapActionTest, ActionModelsRunOnlyWhenPresentAndEnabled)
+{
+    EXPECT_TRUE(press(Qt::Key_F8));
+    EXPECT_EQ(plays, 1);
+    // A keypad digit maps like the main keyboard's.
+    EXPECT_TRUE(press(Qt::Key_5, Qt::KeypadModifier));
+    EXPECT_EQ(plays, 2);
+
+    play.setEnabled(false);
+    EXPECT_FALSE(press(Qt::Key_F8));
+    EXPECT_FALSE(press(Qt::Key_F10));
+    EXPECT_FALSE(press(Qt::Key_F11));
+    EXPECT_FALSE(press(Qt::Key_F8, Qt::ShiftModifier));
+    EXPECT_EQ(plays, 2);
+
+    EXPECT_TRUE(hasAction(Qt::Key_S, Qt::ControlModifier));
+    EXPECT_TRUE(hasAction(Qt::Key_F8));
+    EXPECT_TRUE(hasAction(Qt::Key_F10));
+    EXPECT_FALSE(hasAction(Qt::Key_F11));
+    EXPECT_FALSE(hasAction(Qt::Key_F1));
+    EXPECT_FALSE(mgr->hasAction(nullptr, "Probe"));
+    EXPECT_FALSE(mgr->handleAction(nullptr, "Probe", Mv_ConnectionEnvironment::blankEnvironment()));
+}
+
+TEST_F(KeymapActionTest, KeySequencesOfEventsKeepOnlyTheFourModifiers)
+{
+    QKeyEvent keypad(QEvent::KeyPress, Qt::Key_5, Qt::KeypadModifier | Qt::ControlModifier);
+    EXPECT_EQ(Kel_KeymapMgr::keySequence(&keypad), QKeySequence("Ctrl+5"));
+    QKeyEvent all(QEvent::KeyPress, Qt::Key_A,
+                  Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::GroupSwitchModifier);
+    EXPECT_EQ(Kel_KeymapMgr::keySequence(&all).toString(QKeySequence::PortableText), "Meta+Ctrl+Alt+Shift+A");
+    // Without a key code the single character of the text stands for it.
+    QKeyEvent textOnly(QEvent::KeyPress, 0, Qt::AltModifier, QStringLiteral("%"));
+    EXPECT_EQ(Kel_KeymapMgr::keySequence(&textOnly).toString(QKeySequence::PortableText), "Alt+%");
+    QKeyEvent nothing(QEvent::KeyPress, 0, Qt::AltModifier, QStringLiteral("ab"));
+    EXPECT_TRUE(Kel_KeymapMgr::keySequence(&nothing).isEmpty());
+    EXPECT_TRUE(Kel_KeymapMgr::keySequence(nullptr).isEmpty());
+}
+
+TEST_F(KeymapActionTest, ReverseLookupFindsTheFirstKeyOfAnActionInItsContext)
+{
+    loadXml("<KeyMappings><Entries Context='Editor'>"
+            "<Entry id='Copy2' key='Ctrl+Ins'><Action>Editor|Copy</Action></Entry>"
+            "<Entry id='Copy' key='Ctrl+C'><Action>Editor|Copy</Action></Entry>"
+            "<Entry id='Cut' key='Ctrl+X'><Action>Editor|Cut</Action></Entry>"
+            "<Entry id='Plain' key='Ctrl+P'><Action>Copy</Action></Entry>"
+            "<Entry id='Other' key='Ctrl+A'><Context>Viewer</Context><Action>Editor|Copy</Action></Entry>"
+            "</Entries></KeyMappings>");
+    EXPECT_EQ(mgr->lookup(QStringLiteral("Copy"), QStringLiteral("Editor")), "Ctrl+C");
+    EXPECT_EQ(mgr->lookup(QStringLiteral("Cut"), QStringLiteral("Editor")), "Ctrl+X");
+    EXPECT_TRUE(mgr->lookup(QStringLiteral("Copy"), QStringLiteral("Viewer")).isNull());
+    EXPECT_TRUE(mgr->lookup(QStringLiteral("Paste"), QStringLiteral("Editor")).isNull());
+    EXPECT_TRUE(mgr->lookup(QString(), QStringLiteral("Editor")).isNull());
+    EXPECT_TRUE(mgr->lookup(QStringLiteral("Copy"), QString()).isNull());
+
+    QKeyEvent event(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(mgr->lookup(&event, "Editor"), "Editor|Copy");
+    EXPECT_TRUE(mgr->lookup(&event, "Player").isNull());
+}
+
+TEST_F(KeymapActionTest, EntriesAreRebornAtRunTimeByKeyOrByIdentifier)
+{
+    const QKeySequence f8("F8");
+    EXPECT_FALSE(mgr->add(QKeySequence(), "Keymap.Play", "Probe::X", QString(), "Probe", QString(), false));
+    EXPECT_FALSE(mgr->add(f8, "Keymap.Play", "Probe::X", QString(), QString(), QString(), false));
+    EXPECT_FALSE(mgr->addOrReplace(QKeySequence(), "Keymap.Play", "Probe::X", QString(), "Probe", QString(), false));
+
+    ASSERT_TRUE(mgr->addOrReplace(f8, QString(), "Probe::Text", "Keymap.Text = \"eight\"", "Probe", "d", true));
+    EXPECT_TRUE(press(Qt::Key_F8));
+    EXPECT_EQ(text.getValue(), "eight");
+    ASSERT_TRUE(mgr->addOrReplace(QKeySequence("Ctrl+F8"), "Keymap.Play", "Probe::Play", QString(), "Probe", QString(),
+                                  false));
+    EXPECT_TRUE(press(Qt::Key_F8, Qt::ControlModifier));
+    EXPECT_EQ(plays, 1);
+
+    // Rebinding by identifier reaches every entry that carries it.
+    EXPECT_TRUE(mgr->actionSetup("Probe::Text", "Keymap.Text = \"setup\"", "rebound", true));
+    EXPECT_TRUE(press(Qt::Key_F5));
+    EXPECT_EQ(text.getValue(), "setup");
+    EXPECT_EQ(mgr->KeyMap().value("Probe::F8").description, "rebound");
+    EXPECT_TRUE(mgr->actionSetup("Probe::Text", "Keymap.Play", "as action", false));
+    EXPECT_EQ(mgr->KeyMap().value("Probe::F5").action, "Keymap.Play");
+    EXPECT_FALSE(mgr->actionSetup("Text", "x", "y", false)); // only the full identifier matches
+
+    mgr->removeKeysOfContext("Prob");
+    EXPECT_TRUE(press(Qt::Key_F5));
+    mgr->removeKeysOfContext("Probe");
+    EXPECT_TRUE(mgr->KeyMap().isEmpty());
+    EXPECT_FALSE(press(Qt::Key_F5));
+}
+
+TEST_F(KeymapActionTest, CustomMappingsAreWrittenAsAKeymapFile)
+{
+    mgr->clearMgr();
+    loadXml("<KeyMappings><Entries>"
+            "<Entry id='Refresh' key='Ctrl+Shift+F5'><Context>MainMonitor</Context><Action>Monitor.Refresh</Action>"
+            "<ActionScript>Monitor.Refresh()</ActionScript><Description>kept back</Description><CustomKeyMapping/></Entry>"
+            "<Entry id='Plain' key='F1'><Context>MainMonitor</Context><Action>Monitor.Help</Action></Entry>"
+            "<Entry id='Amp' key='A'><Context>Bins</Context><Action>Bins|A&amp;B &lt;c&gt;</Action>"
+            "<CustomKeyMapping>ignored</CustomKeyMapping></Entry>"
+            "</Entries></KeyMappings>");
+    const QString xml = mgr->customKeyMappingsToXml();
+    EXPECT_EQ(xml, "<KeyMappings>\n"
+                   " <Entries>\n"
+                       + customEntry("A", "Bins", "Bins|A&amp;B &lt;c>")
+                       + customEntry("Ctrl+Shift+F5", "MainMonitor", "Monitor.Refresh")
+                       + " </Entries>\n"
+                         "</KeyMappings>\n");
+
+    // Read back, they are the same custom mappings.
+    TestKeymapMgr other;
+    ASSERT_TRUE(other.loadFromXMLString(xml, 0));
+    EXPECT_EQ(other.KeyMap().keys(), QStringList({"Bins::A", "MainMonitor::Ctrl+Shift+F5"}));
+    EXPECT_EQ(other.customKeyMappingsToXml(), xml);
+
+    mgr->clearMgr();
+    EXPECT_EQ(mgr->customKeyMappingsToXml(), "<KeyMappings>\n <Entries/>\n</KeyMappings>\n");
+}
+
+TEST_F(KeymapActionTest, ABurstOfChangesIsAnnouncedOnce)
+{
+    settle(); // the loads of SetUp
+    EXPECT_EQ(notifications, 1);
+
+    ASSERT_TRUE(mgr->load("Keys", 0)); // an include and five entries
+    mgr->add(QKeySequence("F1"), "Keymap.Play", "Probe::Play", QString(), "Probe", QString(), false);
+    mgr->removeKeysOfContext("Probe");
+    EXPECT_EQ(notifications, 1);
+    settle();
+    EXPECT_EQ(notifications, 2);
+    settle();
+    EXPECT_EQ(notifications, 2);
+
+    // Nothing changed, nothing announced.
+    mgr->removeKeysOfContext("Probe");
+    EXPECT_FALSE(mgr->actionSetup("No::Such", "x", "y", false));
+    EXPECT_FALSE(mgr->add(QKeySequence(), "x", "y", QString(), "Probe", QString(), false));
+    settle();
+    EXPECT_EQ(notifications, 2);
+
+    mgr->clearMgr();
+    settle();
+    EXPECT_EQ(notifications, 3);
+
+    // Pending when the manager goes: the task goes with it.
+    mgr->clearMgr();
+    mgr.reset(new TestKeymapMgr);
+    settle();
+    EXPECT_EQ(notifications, 3);
+}
+
+TEST(KeymapInstance, ThereIsOneManagerPerProcess)
+{
+    Kel_KeymapMgr* instance = Kel_KeymapMgr::getInstance();
+    ASSERT_NE(instance, nullptr);
+    EXPECT_EQ(Kel_KeymapMgr::getInstance(), instance);
+}

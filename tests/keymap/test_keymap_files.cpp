@@ -1,0 +1,216 @@
+// Keymap files: the document shape, entries and what overrides what,
+// includes, and the messages of files that fail.
+#include "KeymapTestSupport.h"
+
+using namespace keymaptest;
+
+namespace {
+
+typedef KeymapTest KeymapFileTest;
+
+QString doc(const QString& body)
+{
+    return QStringLiteral("<KeyMappings>") + body + QStringLiteral("</KeyMappings>");
+}
+
+} // namespace
+
+TEST_F(KeymapFileTest, OnlyKeyMappingsIsAcceptedAsRoot)
+{
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->load("WrongRoot", 0));
+    EXPECT_EQ(messages.messages(), QStringList({"Kel_KeymapMgr::xmlDocParser, unexpected top-level tag <Keymaps>"}));
+    EXPECT_TRUE(keys().isEmpty());
+    // The language counts as loaded once the file was read.
+    EXPECT_TRUE(mgr->loaded(0));
+}
+
+TEST_F(KeymapFileTest, UnexpectedTagsFailTheFileAndKeepWhatWasReadBefore)
+{
+    const QString entry = QStringLiteral("<Entry id='A' key='F1'><Action>Keymap.A</Action></Entry>");
+    struct Case
+    {
+        QString body;
+        QString message;
+    };
+    const Case cases[] = {
+        {"<Entries Context='W'>" + entry + "<Shortcut/></Entries>", "Kel_KeymapMgr::xmlParser, unexpected tag <Shortcut>"},
+        {"<Entries Context='W'>" + entry + "</Entries><Settings/>", "Kel_KeymapMgr::xmlParser, unexpected tag <Settings>"},
+        {"<Entries Context='W'>" + entry + "</Entries><Includes><Path>Common</Path></Includes>",
+         "Kel_KeymapMgr::parseIncludes, unexpected tag <Path>"},
+    };
+    for (const Case& c : cases) {
+        mgr->clearMgr();
+        DebugMessageCollector messages;
+        EXPECT_FALSE(mgr->loadFromXMLString(doc(c.body), 0));
+        EXPECT_EQ(messages.messages(), QStringList(c.message));
+        EXPECT_EQ(keys(), QStringList("W::F1")) << c.body.toStdString();
+    }
+    // A second unexpected tag is never reached.
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->loadFromXMLString(doc("<A/><B/>"), 0));
+    EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::xmlParser, unexpected tag <A>"));
+}
+
+TEST_F(KeymapFileTest, CommentsAndTextBetweenElementsAreSkippedAnywhere)
+{
+    DebugMessageCollector messages;
+    loadXml("<!-- before --><KeyMappings><!-- in root -->stray text"
+            "<Entries Context='W'><!-- in entries --> more text"
+            "<Entry id='A' key='F1'><!-- in entry --><Action>Keymap.A</Action><!-- after --></Entry>"
+            "</Entries><!-- between --><Includes><!-- in includes --></Includes></KeyMappings><!-- after root -->");
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.messages().join("\n").toStdString();
+    EXPECT_EQ(action("F1", "W"), "Keymap.A");
+}
+
+TEST_F(KeymapFileTest, EntryChildrenOverrideAttributesAndEachOther)
+{
+    loadXml(doc("<Entries Context='Player'>"
+                "<Entry id='Old' key='Ctrl+K'>"
+                "<KeySequence>Ctrl+J</KeySequence>"
+                "<ActionID>Copy</ActionID>"
+                "<Context>Editor</Context>"
+                "<Action>Editor|First</Action><Action>Editor|Copy</Action>"
+                "<ActionScript>Keymap.Text = \"x\"</ActionScript>"
+                "<Description>Copies  the &lt;selection&gt;</Description>"
+                "<Colour>red</Colour>"
+                "<CustomKeyMapping>no</CustomKeyMapping>"
+                "</Entry>"
+                "<Entry key='F1'/>"
+                "</Entries>"));
+    EXPECT_EQ(keys(), QStringList({"Editor::Ctrl+J", "Player::F1"}));
+    const Kel_KeymapMgr::KeyMappingInfo info = mgr->KeyMap().value("Editor::Ctrl+J");
+    EXPECT_EQ(info.action, "Editor|Copy");
+    EXPECT_EQ(info.actionId, "Editor::Copy");
+    EXPECT_EQ(info.actionScript, "Keymap.Text = \"x\"");
+    EXPECT_EQ(info.description, "Copies  the <selection>");
+    EXPECT_TRUE(info.isCustom);
+    // The identifier keeps its context even when the id is missing.
+    EXPECT_EQ(mgr->KeyMap().value("Player::F1").actionId, "Player::");
+    EXPECT_FALSE(mgr->KeyMap().value("Player::F1").isCustom);
+}
+
+TEST_F(KeymapFileTest, EntriesWithoutKeyOrContextStopTheRestOfTheFile)
+{
+    struct Case
+    {
+        QString body;
+        QString message;
+    };
+    const Case cases[] = {
+        {"<Entries Context='W'><Entry id='A' key='F1'/><Entry id='B'><Action>x</Action></Entry><Entry id='C' key='F3'/></Entries>",
+         "Kel_KeymapMgr::parseEntry, missing tag KeySequence"},
+        {"<Entries Context='W'><Entry id='A' key='F1'/><Entry id='B' key='F2'><KeySequence></KeySequence></Entry></Entries>"
+         "<Entries Context='W'><Entry id='C' key='F3'/></Entries>",
+         "Kel_KeymapMgr::parseEntry, missing tag KeySequence"},
+        {"<Entries Context='W'><Entry id='A' key='F1'/></Entries><Entries><Entry id='B' key='F2'/><Entry id='C' key='F3' /></Entries>",
+         "Kel_KeymapMgr::parseEntry, missing tag Context"},
+        {"<Entries Context='W'><Entry id='A' key='F1'/><Entry id='B' key='F2'><Context/></Entry></Entries>",
+         "Kel_KeymapMgr::parseEntry, missing tag Context"},
+    };
+    for (const Case& c : cases) {
+        mgr->clearMgr();
+        DebugMessageCollector messages;
+        EXPECT_FALSE(mgr->loadFromXMLString(doc(c.body), 0)) << c.body.toStdString();
+        EXPECT_EQ(messages.messages(), QStringList(c.message)) << c.body.toStdString();
+        EXPECT_EQ(keys(), QStringList("W::F1")) << c.body.toStdString();
+    }
+}
+
+TEST_F(KeymapFileTest, AKeyTextQtCannotReadIsSkippedWithoutFailingTheFile)
+{
+    DebugMessageCollector messages;
+    loadXml(doc("<Entries Context='W'>"
+                "<Entry id='A' key='Ctrl+Nonsense'><Action>Keymap.A</Action></Entry>"
+                "<Entry id='B' key='ctrl+shift+f5'><Action>Keymap.B</Action></Entry>"
+                "</Entries>"));
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.messages().join("\n").toStdString();
+    // Key texts are stored in the one portable spelling.
+    EXPECT_EQ(keys(), QStringList("W::Ctrl+Shift+F5"));
+}
+
+TEST_F(KeymapFileTest, TheLastEntryForAKeyWinsWholeAndContextsStayApart)
+{
+    loadXml(doc("<Entries Context='Editor'>"
+                "<Entry id='First' key='Ctrl+K'><Action>Keymap.First</Action><ActionScript>Keymap.Go()</ActionScript>"
+                "<Description>first</Description><CustomKeyMapping/></Entry>"
+                "<Entry id='Other' key='Ctrl+K'><Context>Monitor</Context><Action>Keymap.Monitor</Action></Entry>"
+                "<Entry id='Second' key='Ctrl+K'><Action>Keymap.Second</Action></Entry>"
+                "</Entries>"));
+    EXPECT_EQ(keys(), QStringList({"Editor::Ctrl+K", "Monitor::Ctrl+K"}));
+    const Kel_KeymapMgr::KeyMappingInfo info = mgr->KeyMap().value("Editor::Ctrl+K");
+    EXPECT_EQ(info.action, "Keymap.Second");
+    EXPECT_EQ(info.actionId, "Editor::Second");
+    EXPECT_TRUE(info.actionScript.isEmpty());
+    EXPECT_TRUE(info.description.isEmpty());
+    EXPECT_FALSE(info.isCustom);
+    EXPECT_EQ(action("Ctrl+K", "Monitor"), "Keymap.Monitor");
+    EXPECT_TRUE(action("Ctrl+K", "Player").isNull());
+}
+
+TEST_F(KeymapFileTest, IncludesAreReadWhereTheyStand)
+{
+    DebugMessageCollector messages;
+    EXPECT_TRUE(mgr->load("Keys", 0));
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.messages().join("\n").toStdString();
+    // Common.xml is included before the base file's own entries.
+    EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.Undo");
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Redo");
+    EXPECT_EQ(mgr->KeyMap().value("MainWindow::Space").description, "Starts playback");
+}
+
+TEST_F(KeymapFileTest, AnIncludeThatCannotBeLoadedStopsTheFile)
+{
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->load("MissingInclude", 0));
+    EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::load cannot open resource " + dataDir() + "NoSuchFile.xml"));
+    EXPECT_EQ(action("F1", "MainWindow"), "Keymap.Before");
+    EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.CommonUndo"); // Keys-German was not reached
+    EXPECT_TRUE(action("F2", "MainWindow").isNull());
+}
+
+TEST_F(KeymapFileTest, IncludeCyclesAreRefused)
+{
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->load("Cycle", 0));
+    EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::load, recursive include of " + dataDir() + "Cycle.xml"));
+    EXPECT_EQ(action("F3", "MainWindow"), "Keymap.Cycle");
+}
+
+TEST_F(KeymapFileTest, FilesThatCannotBeOpenedOrParsedAreReported)
+{
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->load("Absent", 7));
+    EXPECT_FALSE(mgr->loaded(7));
+    EXPECT_FALSE(mgr->load("Broken", 0));
+    EXPECT_FALSE(mgr->loadFromXMLString("<KeyMappings>", 0));
+    EXPECT_FALSE(mgr->loadFromXMLString("", 0));
+    EXPECT_EQ(messages.messages(),
+              QStringList({"Kel_KeymapMgr::load cannot open resource " + dataDir() + "Absent.xml",
+                           "Kel_KeymapMgr load parse error tag mismatch at line 4 column 12",
+                           "Kel_KeymapMgr load parse error unexpected end of file at line 1 column 14",
+                           "Kel_KeymapMgr load parse error unexpected end of file at line 1 column 1"}));
+    EXPECT_FALSE(mgr->loaded(0));
+}
+
+TEST_F(KeymapFileTest, FilesAreFoundInTheKeymapFolderThenAsPaths)
+{
+    // The keymap folder replaces the resource path.
+    Ost_Resource::setResourcePath(testDataDir());
+    mgr->setKeyMapsDirPath(dataDir().chopped(1));
+    EXPECT_EQ(mgr->getKeyMapsDirPath(), dataDir());
+    EXPECT_TRUE(mgr->load("Common", 0));
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Redo");
+
+    // A name that is no file of the folder is tried as it stands.
+    mgr->clearMgr();
+    mgr->setKeyMapsDirPath(testDataDir());
+    EXPECT_TRUE(mgr->load(dataDir() + "Keys-German.xml", 0));
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Undo");
+
+    // Not a device or a folder, even when named.
+    DebugMessageCollector messages;
+    EXPECT_FALSE(mgr->load(dataDir(), 0));
+    EXPECT_FALSE(mgr->load("/dev/zero", 0));
+    EXPECT_EQ(messages.messages().size(), 2);
+}

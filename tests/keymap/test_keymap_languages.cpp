@@ -1,0 +1,143 @@
+// Keyboard languages: the language numbers, the variants loadAll finds, the
+// table each keyboard uses, and the debug dump.
+#include "KeymapTestSupport.h"
+
+#include <QLocale>
+
+using namespace keymaptest;
+
+namespace {
+
+typedef KeymapTest KeymapLanguageTest;
+
+} // namespace
+
+TEST(KeyboardLanguage, LanguagesAreWindowsPrimaryLanguageNumbers)
+{
+    const QMap<QString, int> names = Kel_KeyboardLanguage::languageNames();
+    EXPECT_EQ(names.value("German"), 7);
+    EXPECT_EQ(names.value("French"), 12);
+    EXPECT_EQ(names.value("Japanese"), 17);
+    EXPECT_FALSE(names.contains("English"));
+    for (auto it = names.constBegin(); it != names.constEnd(); ++it) {
+        EXPECT_GE(it.value(), 1) << it.key().toStdString();
+        EXPECT_LE(it.value(), 126) << it.key().toStdString();
+        EXPECT_NE(it.value(), 9);
+    }
+    EXPECT_EQ(Kel_KeyboardLanguage::languageOfLocale(QLocale(QLocale::German, QLocale::Austria)), 7);
+    EXPECT_EQ(Kel_KeyboardLanguage::languageOfLocale(QLocale(QLocale::French, QLocale::Canada)), 12);
+    EXPECT_EQ(Kel_KeyboardLanguage::languageOfLocale(QLocale(QLocale::English, QLocale::UnitedKingdom)), 9);
+    EXPECT_EQ(Kel_KeyboardLanguage::languageOfLocale(QLocale(QLocale::NorwegianNynorsk)), 0x14);
+    EXPECT_EQ(Kel_KeyboardLanguage::languageOfLocale(QLocale::c()), 0);
+
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(12);
+    EXPECT_EQ(Kel_KeyboardLanguage::currentLanguage(), 12);
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(-1);
+    EXPECT_EQ(Kel_KeyboardLanguage::currentLanguageOverride(), -1);
+}
+
+TEST_F(KeymapLanguageTest, EnglishKeyboardsUseTheDefaultTable)
+{
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(7);
+    EXPECT_EQ(mgr->setupCurrentLang(-1), 7);
+    EXPECT_EQ(mgr->getCurrentLang(), 7);
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(9);
+    EXPECT_EQ(mgr->setupCurrentLang(-1), 0);
+    EXPECT_EQ(mgr->setupCurrentLang(9), 0);
+    EXPECT_EQ(mgr->setupCurrentLang(12), 12);
+
+    // A file loaded for language 9 fills the default table.
+    mgr->setupCurrentLang(0);
+    ASSERT_TRUE(mgr->load("Keys-German", 9));
+    EXPECT_EQ(mgr->getLoadedLangs(), QList<int>({0}));
+    EXPECT_EQ(&mgr->KeyMap(9), &mgr->KeyMap(0));
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow", 9), "Keymap.Undo");
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow", 0), "Keymap.Undo");
+}
+
+TEST_F(KeymapLanguageTest, LoadAllReadsTheBaseFileThenEveryKnownLanguage)
+{
+    DebugMessageCollector messages;
+    mgr->loadAll(dataDir(), "Keys");
+    EXPECT_TRUE(messages.messages().isEmpty()) << messages.messages().join("\n").toStdString();
+    // In folder order: Keys-French before Keys-German; English and Klingon are no variants.
+    EXPECT_EQ(mgr->getLoadedLangs(), QList<int>({0, 12, 7}));
+    EXPECT_EQ(mgr->getCurrentLang(), 0);
+    for (int lang : {0, 7, 12}) {
+        EXPECT_TRUE(action("Ctrl+Q", "MainWindow", lang).isNull());
+        EXPECT_TRUE(action("Ctrl+E", "MainWindow", lang).isNull());
+    }
+    EXPECT_TRUE(mgr->loaded(7));
+    EXPECT_FALSE(mgr->loaded(25));
+}
+
+TEST_F(KeymapLanguageTest, ALanguageTableReplacesTheDefaultTableWhole)
+{
+    mgr->loadAll(dataDir(), "Keys");
+
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(7);
+    EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.Redo");
+    EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Undo");
+    // Present only in the base file: a German keyboard does not see it.
+    EXPECT_TRUE(action("F9", "MainWindow").isNull());
+    EXPECT_TRUE(action("Space", "MainWindow").isNull());
+
+    // The French file includes the base file and then changes one key.
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(12);
+    EXPECT_EQ(action("F9", "MainWindow"), "Keymap.BaseOnly");
+    EXPECT_EQ(action("Space", "MainWindow"), "Keymap.Lecture");
+
+    for (int lang : {9, 25}) { // English, and Russian which has no file
+        Kel_KeyboardLanguage::setCurrentLanguageOverride(lang);
+        EXPECT_EQ(action("Space", "MainWindow"), "Keymap.Play");
+        EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.Undo");
+    }
+    EXPECT_EQ(action("Space", "MainWindow", 7), QString());
+    EXPECT_EQ(action("Space", "MainWindow", 12), "Keymap.Lecture");
+}
+
+TEST_F(KeymapLanguageTest, LookupsFollowTheKeyboardAndMoveTheCurrentLanguage)
+{
+    mgr->loadAll(dataDir(), "Keys");
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(7);
+    action("Ctrl+Z", "MainWindow");
+    EXPECT_EQ(mgr->getCurrentLang(), 7);
+    EXPECT_TRUE(mgr->loaded(-1));
+    // Changes now go to the German table.
+    ASSERT_TRUE(mgr->add(QKeySequence("F4"), "Keymap.German", "MainWindow::F4", QString(), "MainWindow", QString(),
+                         false));
+    EXPECT_EQ(action("F4", "MainWindow", 7), "Keymap.German");
+    EXPECT_TRUE(action("F4", "MainWindow", 0).isNull());
+    mgr->clearMgr();
+    EXPECT_TRUE(mgr->KeyMap(7).isEmpty());
+    EXPECT_FALSE(mgr->KeyMap(0).isEmpty());
+}
+
+TEST_F(KeymapLanguageTest, DumpListsTheEntriesOfAContextInKeyOrder)
+{
+    loadXml("<KeyMappings><Entries Context='MainWindow'>"
+            "<Entry id='Undo' key='Ctrl+Z'><Action>Keymap.Undo</Action></Entry>"
+            "<Entry id='Play' key='Space'><Action>Keymap.Play</Action></Entry>"
+            "<Entry id='AVeryLongIdentifierOfMoreThanThirtyCharacters' key='Ctrl+Alt+Shift+PgDown'>"
+            "<Action>Keymap.Long</Action></Entry>"
+            "</Entries><Entries Context='Monitor'>"
+            "<Entry id='Other' key='Space'><Action>Keymap.Other</Action></Entry>"
+            "</Entries></KeyMappings>");
+    Kel_KeyboardLanguage::setCurrentLanguageOverride(9);
+    DebugMessageCollector messages;
+    EXPECT_TRUE(mgr->dump("MainWindow", -1));
+    EXPECT_EQ(messages.messages(),
+              QStringList({"================================================",
+                           "Dump Key Mappings: (lang = 0)",
+                           " - - - - - - - - - - - - - - - - - - - - - - - -",
+                           // Only the key is padded; long texts run together.
+                           "MainWindow::Ctrl+Alt+Shift+PgDownMainWindow::AVeryLongIdentifieKeymap.Long",
+                           "MainWindow::Ctrl+Z  MainWindow::UndoKeymap.Undo",
+                           "MainWindow::Space   MainWindow::PlayKeymap.Play",
+                           "Total Key Mappings found: 4",
+                           "================================================"}));
+    messages.clear();
+    mgr->dump(QString(), 7);
+    EXPECT_EQ(messages.messages().at(1), "Dump Key Mappings: (lang = 7)");
+    EXPECT_EQ(messages.messages().size(), 4 + 5);
+}
