@@ -26,7 +26,8 @@ DemoModels::DemoModels()
     addClip("Closing credits", 30);
 
     for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&playing, &speed, &state, &play, &stop, &volume,
-                                                                 &muted, &locked, &nudgeVolume, &clips})
+                                                                 &muted, &locked, &nudgeVolume, &clips,
+                                                                 &lastKey, &lastKeyUsed})
         m->Publish();
 }
 

@@ -8,7 +8,7 @@
 #include <QString>
 
 // The models that the demo application publishes, as a real application
-// would publish its own: a transport, a mixer and a clip list.
+// would publish its own: a transport, a mixer, the last key and a clip list.
 class DemoModels
 {
 public:
@@ -29,6 +29,9 @@ public:
     Mve_SimpleValue<bool> muted{false, "Mixer.Muted"};
     Mve_SimpleValue<bool> locked{true, "Mixer.Locked"}; // read-only: sets are refused
     Mve_Action<void(long)> nudgeVolume;
+    // "Keymaps.*": the last key the window offered to the keymap, and whether the keymap used it
+    Mve_SimpleValue<QString> lastKey{"", "Keymaps.LastKey"};
+    Mve_SimpleValue<bool> lastKeyUsed{false, "Keymaps.LastKeyUsed"};
     // "Clips" with the fields name, duration (seconds) and selected
     Mve_RecordArray clips{"Clips"};
 

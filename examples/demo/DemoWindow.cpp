@@ -2,8 +2,12 @@
 
 #include "DemoPanel.h"
 
+#include "DemoModels.h"
+#include "Kel_KeymapMgr.h"
 #include "Kel_MenuBar.h"
+#include "Ost_Resource.h"
 
+#include <QKeyEvent>
 #include <QTabWidget>
 
 DemoWindow::DemoWindow(QWidget* parent)
@@ -21,6 +25,10 @@ DemoWindow::DemoWindow(QWidget* parent)
     auto* menuBar = new Kel_MenuBar(this, "DemoMenuBar");
     setMenuBar(menuBar);
     menuBar->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    // The base keymap and its language variants; menu-command keys go to this bar.
+    Kel_KeymapMgr* keymap = Kel_KeymapMgr::getInstance();
+    keymap->loadAll(Ost_Resource::getResourcePath() + "Keymaps/", "DemoKeys");
+    keymap->setMenuBar(menuBar);
     resize(900, 600);
 }
 
@@ -33,6 +41,17 @@ bool DemoWindow::showPanel(const QString& title)
         }
     }
     return false;
+}
+
+void DemoWindow::keyPressEvent(QKeyEvent* event)
+{
+    const bool used = Kel_KeymapMgr::getInstance()->handleAction(event, "MainWindow",
+                                                                 Mv_ConnectionEnvironment::blankEnvironment());
+    DemoModels& models = DemoModels::instance();
+    models.lastKeyUsed.setValue(used);
+    models.lastKey.setValue(Kel_KeymapMgr::keySequence(event).toString(QKeySequence::PortableText));
+    if (!used)
+        QMainWindow::keyPressEvent(event);
 }
 
 void DemoWindow::prepareScreenshot()

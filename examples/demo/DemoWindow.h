@@ -18,6 +18,10 @@ public:
     void prepareScreenshot();
     QTabWidget* tabs() const { return mTabsP; }
 
+protected:
+    // Keys that no widget used: the keymap's "MainWindow" context decides.
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     QTabWidget* mTabsP;
 };
