@@ -194,6 +194,7 @@ void Mnu_QtManager::clearMenus()
     if (mPopupMenuP)
         clearPopup();
     mItemIDs.clear();
+    mItemSet.clear();
     delete mMenuP;
     mMenuP = nullptr;
     mInstantiated = false;
@@ -205,6 +206,7 @@ void Mnu_QtManager::clearPopup()
     // earlier builds are gone.
     mPopupMenuP->clear();
     mItemIDs.clear();
+    mItemSet.clear();
 }
 
 bool Mnu_QtManager::doSystemMessageConnect()
@@ -223,6 +225,7 @@ Mnu_MenuID Mnu_QtManager::insertSeparator()
         return Mnu_MenuID();
     QAction* action = mPopupMenuP->addSeparator();
     mItemIDs.append(action);
+    mItemSet.insert(action);
     return Mnu_MenuID(action);
 }
 
@@ -235,6 +238,7 @@ Mnu_MenuID Mnu_QtManager::insertItem(const QString& name, QString& text, Mnu_Man
     QAction* action = submenuPopup ? mPopupMenuP->insertItem(text, submenuPopup, QVariant(name))
                                    : mPopupMenuP->insertItem(text, QVariant(name));
     mItemIDs.append(action);
+    mItemSet.insert(action);
     const Mnu_MenuID id(action);
     if (mMenuP)
         mMenuP->setItemName(id, name);
@@ -252,11 +256,7 @@ QAction* Mnu_QtManager::actionForID(Mnu_MenuID id) const
         return nullptr;
     // Compared by value only: an identifier of an earlier build may point
     // to an action that no longer exists.
-    for (QAction* action : mItemIDs) {
-        if (static_cast<void*>(action) == id.getValue())
-            return action;
-    }
-    return nullptr;
+    return mItemSet.contains(id.getValue()) ? static_cast<QAction*>(id.getValue()) : nullptr;
 }
 
 void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator)
@@ -310,6 +310,7 @@ bool Mnu_QtManager::removeItem(Mnu_MenuID id)
     if (QAction* action = actionForID(id)) {
         mPopupMenuP->removeAction(action);
         mItemIDs.removeAll(action);
+        mItemSet.remove(action);
         if (action->parent() == mPopupMenuP)
             delete action;
     }

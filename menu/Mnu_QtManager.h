@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
+#include <QSet>
 #include <QString>
 #include <iosfwd>
 
@@ -117,6 +118,10 @@ private:
     bool mOwnsPopupMenu;
     Mnu_QtMenuBarManager* mMenuBarManagerP;
     QList<QAction*> mItemIDs;
+    // The same actions, for constant-time identifier lookups: a segment
+    // sets up each of its items right after making it, so a linear search
+    // made a rebuild quadratic in the number of items.
+    QSet<const void*> mItemSet;
     bool mSystemMessagesConnected;
     AboutToShowFunc mAboutToShowFuncP;
     void* mAboutToShowDataP;
