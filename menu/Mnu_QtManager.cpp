@@ -11,6 +11,7 @@
 #include <QDomElement>
 #include <QIcon>
 #include <QKeySequence>
+#include <QLoggingCategory>
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
@@ -30,6 +31,15 @@ QMap<QString, bool>& acceleratorTable()
 {
     static QMap<QString, bool> table;
     return table;
+}
+
+// Whether debug output is wanted. The traces written for every item of
+// every opening are formatted only then: Qt formats a message before it
+// looks at whether debug output is enabled.
+bool tracingItems()
+{
+    const QLoggingCategory* category = QLoggingCategory::defaultCategory();
+    return !category || category->isDebugEnabled();
 }
 
 // The part of a menu name after its last folder separator.
@@ -271,7 +281,8 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     // An empty accelerator (an element without one) takes no key.
     if (!sequence.isEmpty())
         acceleratorTable()[text] = true;
-    qDebug("Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text), static_cast<void*>(action));
+    if (tracingItems())
+        qDebug("Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text), static_cast<void*>(action));
 }
 
 void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
@@ -279,8 +290,10 @@ void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
     QAction* action = actionForID(id);
     if (!action)
         return;
-    qDebug("Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
-           qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
+    if (tracingItems()) {
+        qDebug("Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
+               qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
+    }
     action->setEnabled(enabled);
 }
 
