@@ -155,17 +155,19 @@ bool benchFanOut()
     QWidget kelWindow, qtWindow;
     QWidget* kelPanel = nullptr;
     QWidget* qtPanel = nullptr;
+    Kel_CheckBox* lastKelBox = nullptr;
+    QCheckBox* lastQtBox = nullptr;
     BoolSignal signal;
     for (int i = 0; i < kBoxes; ++i) {
         if (i % 10 == 0) {
             kelPanel = new QWidget(&kelWindow);
             qtPanel = new QWidget(&qtWindow);
         }
-        auto* kelBox = new Kel_CheckBox(kelPanel);
-        kelBox->setCheckedStateConnectionSpec("Bench.FanOut");
-        kelBox->makeConnections(env);
-        auto* qtBox = new QCheckBox(qtPanel);
-        QObject::connect(&signal, &BoolSignal::changed, qtBox, &QCheckBox::setChecked);
+        lastKelBox = new Kel_CheckBox(kelPanel);
+        lastKelBox->setCheckedStateConnectionSpec("Bench.FanOut");
+        lastKelBox->makeConnections(env);
+        lastQtBox = new QCheckBox(qtPanel);
+        QObject::connect(&signal, &BoolSignal::changed, lastQtBox, &QCheckBox::setChecked);
     }
 
     // As an event loop would have done by now (and destroying widgets with
@@ -184,6 +186,8 @@ bool benchFanOut()
             emit signal.changed(qtValue);
             return nowNs() - start;
         });
+    if (lastKelBox->isChecked() != value.getValue() || lastQtBox->isChecked() != qtValue)
+        broken("case 1: the boxes do not show the value");
     return printRatio("1 fan-out: 10,000 bound check boxes", r, 2.0);
 }
 
@@ -497,6 +501,8 @@ Result publishAndConnect(int n)
             for (int i = 0; i < n; ++i)
                 listeners[size_t(i)]->connect(env);
             const double elapsed = nowNs() - start;
+            if (!listeners.front()->isConnectedToModel() || !listeners.back()->isConnectedToModel())
+                broken("case 5: a listener did not find its model");
             listeners.clear();
             models.clear();
             return elapsed / n;
