@@ -58,8 +58,8 @@ public:
     void SetDefaultEnabledState(bool enabled);
     bool GetDefaultEnabledState() const { return mDefaultEnabledState; }
 
-    // Connects the script (dropping it when its models are missing) and the
-    // enabled-state model.
+    // Connects the script and the enabled-state model. A script whose models
+    // are missing is dropped: the button stays inert until it gets a new one.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
     // Enabled as the enabled-state model says, or by default while none is connected.

@@ -160,16 +160,13 @@ void Kel_ImmediateActionButton::setContextMenuConnectionSpec(QByteArray spec)
 void Kel_ImmediateActionButton::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     QPointer<Kel_ImmediateActionButton> self(this); // a notification may delete the form
-    // A script dropped by an earlier connection gets another chance here.
-    if (!mScriptP && !mActionScript.isEmpty())
-        mScriptP.reset(Uip_ParseScript(QString::fromLatin1(mActionScript), nullptr));
     if (mScriptP) {
         const std::shared_ptr<Uip_ParseNode> script = mScriptP;
         const bool connected = script->ConnectAndTypeCheck(environment, this);
         if (!self)
             return;
         if (!connected && mScriptP == script)
-            mScriptP.reset(); // inert until connected again
+            mScriptP.reset(); // inert until it is given a new script
     }
     const std::pair<Mv_ListenerBase*, const QByteArray*> listeners[] = {
         {mEnabledListenerP.get(), &mEnabledConnSpec},

@@ -93,8 +93,9 @@ public:
 
     visualState getVisualState() const { return mVisualState; }
 
-    // Connects the script (dropping it when its models are missing), then
-    // the enabled, visible and context-menu models that are named.
+    // Connects the script, then the enabled, visible and context-menu models
+    // that are named. A script whose models are missing is dropped: the
+    // button stays inert until it gets a new one.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
     // The current image's size; 32 x 32 without one.

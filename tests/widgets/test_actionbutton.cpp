@@ -88,7 +88,8 @@ TEST_F(ActionButtonTest, ScriptsThatCannotRunLeaveTheButtonInert)
     EXPECT_TRUE(runs.empty());
     EXPECT_EQ(afterClick.count(), 2);
 
-    // A script whose model is missing is dropped, and tried again at the next connection.
+    // A script whose model is missing is dropped for good: connecting again,
+    // even where the model exists, does not bring it back; a new script does.
     button->SetActionScript("Button.Missing(); Button.Count()");
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
@@ -97,7 +98,16 @@ TEST_F(ActionButtonTest, ScriptsThatCannotRunLeaveTheButtonInert)
     late.Publish();
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    button->SetActionScript("Button.Missing(); Button.Count()");
+    connect();
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    button->SetActionScript("Button.Count(); Button.Missing()");
+    connect();
+    QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(runs.size(), 1u);
+    EXPECT_EQ(afterClick.count(), 6);
 }
 
 TEST_F(ActionButtonTest, EnabledStateFollowsTheModelOrTheDefault)

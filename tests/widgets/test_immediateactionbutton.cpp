@@ -100,6 +100,18 @@ TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseI
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
     release(QPoint(-1, 4));
     EXPECT_EQ(runs.size(), 2u);
+
+    // A script whose model is missing stays dropped, even once the model
+    // exists and the button is connected again.
+    button->setActionDelay(false);
+    button->setActionScript("Immediate.Later(); Immediate.Count()");
+    connect();
+    Mve_Action<void()> later([] {}, "Immediate.Later");
+    later.Publish();
+    connect();
+    press();
+    release();
+    EXPECT_EQ(runs.size(), 2u);
 }
 
 TEST_F(ImmediateButtonTest, RightClickGoesToTheContextMenuModelWhenOneIsNamed)
