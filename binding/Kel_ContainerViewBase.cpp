@@ -49,7 +49,7 @@ Kel_ContainerViewBase::~Kel_ContainerViewBase()
 
 void Kel_ContainerViewBase::AddSubView(Kel_ViewInterface* view)
 {
-    if (!view || isSubView(view))
+    if (!view || isSubView(view) || isSelfOrAncestor(view))
         return;
     mSubViews.emplace(view->getZOrder(), view);
     view->setParent(this);
@@ -73,6 +73,19 @@ Kel_ViewInterface* Kel_ContainerViewBase::getViewByName(const QString& name) con
     return nullptr;
 }
 
+bool Kel_ContainerViewBase::isSelfOrAncestor(const Kel_ViewInterface* view) const
+{
+    // A container among its own sub-views would paint, route and delete
+    // itself without end.
+    const Kel_ViewInterface* level = this;
+    while (level) {
+        if (level == view)
+            return true;
+        level = dynamic_cast<const Kel_ViewInterface*>(level->getParent());
+    }
+    return false;
+}
+
 bool Kel_ContainerViewBase::isSubView(const Kel_ViewInterface* view) const
 {
     if (!view)
@@ -84,17 +97,26 @@ bool Kel_ContainerViewBase::isSubView(const Kel_ViewInterface* view) const
     return false;
 }
 
+bool Kel_ContainerViewBase::isFiledUnderItsZOrder(const Kel_ViewInterface* view) const
+{
+    if (!view)
+        return false;
+    const auto range = mSubViews.equal_range(view->getZOrder());
+    for (auto it = range.first; it != range.second; ++it) {
+        if (it->second == view)
+            return true;
+    }
+    return false;
+}
+
 Kel_ContainerViewBase::ViewMap::iterator Kel_ContainerViewBase::findEntry(const Kel_ViewInterface* view)
 {
     if (!view)
         return mSubViews.end();
+    // Looked up under its current z-order only: a view whose z-order changed
+    // after it was added is not found, and stays (owned) where it was filed.
     const auto range = mSubViews.equal_range(view->getZOrder());
     for (auto it = range.first; it != range.second; ++it) {
-        if (it->second == view)
-            return it;
-    }
-    // The view's z-order changed after it was added; it is still ours.
-    for (auto it = mSubViews.begin(); it != mSubViews.end(); ++it) {
         if (it->second == view)
             return it;
     }

@@ -26,7 +26,8 @@ public:
     ~Kel_ContainerViewBase() override;
 
     // Takes ownership of view, filed under its current z-order (changing the
-    // z-order later does not refile it), and becomes its parent. Null is ignored.
+    // z-order later does not refile it), and becomes its parent. Null, a view
+    // already here, and this container or one that holds it are ignored.
     virtual void AddSubView(Kel_ViewInterface* view);
     // Deletes every sub-view.
     virtual void removeAllSubViews();
@@ -88,9 +89,12 @@ protected:
     ViewMap subViewsIntersectingRect(const QRect& rect) const;
     // Paints one sub-view clipped to its part of rect (container coordinates).
     void paintSubView(Kel_ViewInterface* view, QPainter* painter, const QRect& rect);
+    // Whether removeView would take view: it is filed under its current z-order.
+    bool isFiledUnderItsZOrder(const Kel_ViewInterface* view) const;
 
 private:
     ViewMap::iterator findEntry(const Kel_ViewInterface* view);
+    bool isSelfOrAncestor(const Kel_ViewInterface* view) const;
     // Offers a mouse event to the sub-views under the point, top down, until
     // one accepts; answers that view or null (the event is then ignored).
     Kel_ViewInterface* deliverTopDown(QMouseEvent* event, const QPoint& local,

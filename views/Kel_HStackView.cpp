@@ -47,6 +47,8 @@ void Kel_HStackView::insertView(int index, Kel_ViewInterface* view)
         return;
     index = std::clamp(index, 0, count());
     Kel_ContainerViewBase::AddSubView(view);
+    if (!isSubView(view)) // refused: it would contain its own container
+        return;
     mStack.insert(mStack.begin() + index, view);
     relayout();
 }
@@ -72,6 +74,8 @@ void Kel_HStackView::addProxyView(Kel_ViewInterface* view)
     if (!view || isSubView(view))
         return;
     Kel_ContainerViewBase::AddSubView(view);
+    if (!isSubView(view))
+        return;
     mProxies.push_back(view);
     childBitsChanged(view, view->getLocalDrawingRect(), false);
 }
@@ -130,6 +134,10 @@ void Kel_HStackView::childSizeChanged(Kel_ViewInterface* child, QSize, QSize)
 
 void Kel_HStackView::removeView(Kel_ViewInterface* view)
 {
+    // The container keeps a view it does not find under its z-order; the
+    // stack then keeps it laid out too.
+    if (!isFiledUnderItsZOrder(view))
+        return;
     const auto laidOut = std::find(mStack.begin(), mStack.end(), view);
     const bool wasLaidOut = laidOut != mStack.end();
     if (wasLaidOut)

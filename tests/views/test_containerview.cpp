@@ -92,11 +92,26 @@ TEST(ContainerView, PaintsByZOrderAndKeepsAddingOrderForEqualOnes)
     panel.drawContents(&painter, QRect(20, 20, 100, 10));
     EXPECT_EQ(log, (QStringList{"paint First 10,10 30x10", "paint Second 0,20 20x10", "paint Top 20,20 20x10"}));
 
-    // A view whose z-order changed is still found for removal.
+    // Removal looks a view up under its current z-order: after a change it
+    // is not found and stays; back under its old one it goes.
     const int destroyed = ProbeView::sDestroyed;
+    panel.removeView(top);
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed);
+    EXPECT_EQ(panel.getSubViews().size(), 3u);
+    top->setZOrder(5);
     panel.removeView(top);
     EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
     EXPECT_EQ(panel.getSubViews().size(), 2u);
+
+    // A container never takes itself or a container that holds it.
+    auto* inner = new Kel_ContainerViewBase;
+    panel.AddSubView(inner);
+    panel.AddSubView(&panel);
+    inner->AddSubView(&panel);
+    inner->AddSubView(inner);
+    EXPECT_EQ(panel.getSubViews().size(), 3u);
+    EXPECT_TRUE(inner->getSubViews().empty());
+    EXPECT_EQ(panel.getParent(), nullptr);
 }
 
 TEST(ContainerView, RequestsTravelUpTranslated)

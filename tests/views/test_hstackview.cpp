@@ -51,10 +51,17 @@ TEST(HStackView, LaysOutByIndexAndFollowsItsCells)
     stack.removeViewAt(0);
     stack.removeViewAt(7);
     stack.insertView(0, nullptr);
+    stack.insertView(0, &stack);
     EXPECT_EQ(layout(stack), (QStringList{"C 0,0 30x10", "B 30,0 20x15", "P 50,0 5x5"}));
     stack.removeView(stack.viewAt(2));
     EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
     EXPECT_EQ(stack.getSize(), QSize(50, 15));
+
+    // A cell that the container does not find under its z-order stays, laid out.
+    stack.viewAt(0)->setZOrder(4);
+    stack.removeViewAt(0);
+    EXPECT_EQ(layout(stack), (QStringList{"C 0,0 30x10", "B 30,0 20x15"}));
+    EXPECT_EQ(stack.getSubViews().size(), 2u);
 
     stack.removeAllSubViews();
     EXPECT_EQ(stack.count(), 0);
