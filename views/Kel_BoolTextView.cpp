@@ -38,7 +38,7 @@ void Kel_BoolTextView::setFalseText(const QString& text)
 
 void Kel_BoolTextView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectListener(*mValueListenerP, mConnectionName, environment);
+    connectValueListener(*mValueListenerP, mConnectionName, environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 

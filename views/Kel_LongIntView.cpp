@@ -19,7 +19,7 @@ Kel_LongIntView::~Kel_LongIntView() = default;
 
 void Kel_LongIntView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectListener(*mValueListenerP, mConnectionName, environment);
+    connectValueListener(*mValueListenerP, mConnectionName, environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 

@@ -22,7 +22,7 @@ Kel_StringView::~Kel_StringView() = default;
 
 void Kel_StringView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectListener(*mTextListenerP, mConnectionID, environment);
+    connectValueListener(*mTextListenerP, mConnectionID, environment);
     connectListener(*mColorListenerP, mColorConn, environment);
     Kel_ValueViewBase::makeConnections(environment);
 }

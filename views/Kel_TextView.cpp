@@ -19,7 +19,7 @@ Kel_TextView::~Kel_TextView() = default;
 
 void Kel_TextView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectListener(*mNameListenerP, mNameConnection, environment);
+    connectValueListener(*mNameListenerP, mNameConnection, environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 

@@ -95,3 +95,10 @@ void Kel_ValueViewBase::connectListener(Mv_ListenerBase& listener, const QString
     listener.SetConnectionName(spec);
     listener.connect(environment);
 }
+
+void Kel_ValueViewBase::connectValueListener(Mv_ListenerBase& listener, const QString& spec,
+                                             boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+{
+    listener.SetConnectionName(spec);
+    listener.connect(environment);
+}

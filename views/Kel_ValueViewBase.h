@@ -59,6 +59,11 @@ protected:
     // leaves the listener unconnected.
     static void connectListener(Mv_ListenerBase& listener, const QString& spec,
                                 boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // The same for the listener of the value the view shows: it is connected
+    // even with an empty spec, so that every connection (bound or not) makes
+    // the view read its value again.
+    static void connectValueListener(Mv_ListenerBase& listener, const QString& spec,
+                                     boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
 
 private:
     QString mText;

@@ -41,6 +41,9 @@ TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
     view.setSize(QSize(100, 20));
     view.setParent(&parent);
     EXPECT_TRUE(draw(view).empty()); // unconnected: nothing to show
+    // Connecting reads the value again even while the view is bound to nothing.
+    view.makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    EXPECT_EQ(parent.log, QStringList{"bits State 0,0 100x20"});
 
     view.SetConnectionID(QStringLiteral("$Deck.State"));
     view.SetColorConn(QStringLiteral("$Deck.StateColor"));
