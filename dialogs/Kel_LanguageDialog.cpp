@@ -83,10 +83,11 @@ void Kel_LanguageDialog::fillLanguages(const QString& dir, const QString& locale
         if (!translator.load(directory.filePath(file)))
             continue;
         const QString nativeName = translator.translate(kNativeNameContext, kNativeName.source, kNativeName.comment);
-        const QString fileLocale = localeOfFile(file);
-        if (nativeName.isEmpty() || mLanguagesP->findData(fileLocale) >= 0)
+        // Every file that names its language is offered, even when another
+        // file is for the same locale: the list shows what the folder holds.
+        if (nativeName.isEmpty())
             continue;
-        mLanguagesP->addItem(nativeName, fileLocale);
+        mLanguagesP->addItem(nativeName, localeOfFile(file));
     }
 
     for (int i = 0; i < mLanguagesP->count(); ++i) {

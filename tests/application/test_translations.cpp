@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -122,5 +123,17 @@ TEST(LanguageDialog, PreselectionAndNothingToOffer)
     EXPECT_FALSE(Kel_LanguageDialog(kGermanDir, QString()).aborted());
     QTemporaryDir empty;
     EXPECT_TRUE(Kel_LanguageDialog(empty.path(), QStringLiteral("de_DE")).aborted());
+
+    // One entry per file that names its language, whatever its locale.
+    QTemporaryDir two;
+    for (const char* name : {"quor_de_DE.qm", "plugin_de_DE.qm", "quor_en_US.qm"})
+        ASSERT_TRUE(QFile::copy(kGermanDir + QStringLiteral("/quor_de_DE.qm"), two.filePath(QLatin1String(name))));
+    Kel_LanguageDialog twice(two.path(), QStringLiteral("de_DE"));
+    auto* combo = twice.findChild<QComboBox*>();
+    ASSERT_EQ(combo->count(), 4);
+    for (int i = 1; i < 4; ++i)
+        EXPECT_EQ(combo->itemText(i), QStringLiteral("Deutsch"));
+    EXPECT_EQ(combo->itemData(3).toString(), QStringLiteral("en_US"));
+    EXPECT_EQ(twice.locale(), QStringLiteral("de_DE"));
     EXPECT_TRUE(Kel_LanguageDialog(QString(), QStringLiteral("de_DE")).aborted());
 }
