@@ -7,6 +7,50 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QXmlStreamReader>
+
+namespace {
+
+// Qt's DOM parser recurses once per element level and runs out of stack a
+// few thousand levels down (sooner on Windows' 1 MB main-thread stack). No
+// menu file comes anywhere near this depth.
+const int kMaxElementDepth = 1000;
+
+// Opens file read-only; a device or pipe is refused, since reading it to
+// its end might never finish.
+bool openMenuFile(QFile& file)
+{
+    if (file.fileName().isEmpty() || !file.open(QIODevice::ReadOnly))
+        return false;
+    if (file.isSequential()) {
+        file.close();
+        return false;
+    }
+    return true;
+}
+
+// True when the document nests elements deeper than kMaxElementDepth; line
+// and column then tell where. Other faults are left to the DOM parser.
+bool nestsTooDeeply(QIODevice* device, int* line, int* column)
+{
+    QXmlStreamReader reader(device);
+    int depth = 0;
+    while (!reader.atEnd()) {
+        const QXmlStreamReader::TokenType token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement) {
+            if (++depth > kMaxElementDepth) {
+                *line = int(reader.lineNumber());
+                *column = int(reader.columnNumber());
+                return true;
+            }
+        } else if (token == QXmlStreamReader::EndElement) {
+            --depth;
+        }
+    }
+    return false;
+}
+
+} // namespace
 
 Mnu_Manager::Mnu_Manager() : mMenuP(nullptr), mInstantiated(false), mParentSegmentP(nullptr)
 {
@@ -173,9 +217,9 @@ bool Mnu_Manager::xmlParser(char* name)
         return false;
     const QString fileName = QString::fromLocal8Bit(name);
     QFile file(Ost_Resource::getResourcePath() + fileName + QLatin1String(".xml"));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!openMenuFile(file)) {
         file.setFileName(fileName);
-        if (fileName.isEmpty() || !file.open(QIODevice::ReadOnly))
+        if (!openMenuFile(file))
             return false;
     }
 
@@ -183,7 +227,10 @@ bool Mnu_Manager::xmlParser(char* name)
     QString message;
     int line = 0;
     int column = 0;
-    if (!document.setContent(&file, false, &message, &line, &column)) {
+    const bool tooDeep = nestsTooDeeply(&file, &line, &column);
+    if (tooDeep)
+        message = QStringLiteral("elements nested too deeply");
+    if (tooDeep || !file.seek(0) || !document.setContent(&file, false, &message, &line, &column)) {
         qDebug("Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line, column);
         file.close();
         return false;

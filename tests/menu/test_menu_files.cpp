@@ -99,6 +99,39 @@ TEST_F(MenuFileTest, MalformedFilesMissingFilesAndWrongRootsFailWithTheirMessage
               QStringList({"Mnu_QtMenuBarManager::xmlDerivedParser unexpected root tag <Menu>"}));
 }
 
+TEST_F(MenuFileTest, FilesTooDeepOrEndlessAreRefusedInsteadOfCrashingOrHanging)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    auto nested = [&work](const QString& name, int submenus) {
+        QFile file(work.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(QByteArray("<Menu><SubMenuSegment>").repeated(submenus) + "<Menu/>"
+                   + QByteArray("</SubMenuSegment></Menu>").repeated(submenus));
+    };
+    nested("Deep.xml", 300);
+    nested("TooDeep.xml", 5000);
+    Ost_Resource::setResourcePath(work.path() + "/");
+
+    DebugMessageCollector collector;
+    Mnu_QtManager manager;
+    QByteArray name = path("Deep");
+    EXPECT_TRUE(manager.setMenus(name.data()));
+    name = path("TooDeep");
+    EXPECT_FALSE(manager.setMenus(name.data()));
+    EXPECT_EQ(manager.getMenu(), nullptr);
+    // The 1001st element level is the 501st <Menu>.
+    EXPECT_EQ(parseMessages(collector),
+              QStringList({"Mnu_Manager xmlParser parse error elements nested too deeply at line 1 column 11006"}));
+
+    if (QFile::exists("/dev/zero")) {
+        collector.clear();
+        name = path("/dev/zero");
+        EXPECT_FALSE(manager.setMenus(name.data()));
+        EXPECT_TRUE(parseMessages(collector).isEmpty());
+    }
+}
+
 TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
 {
     QTemporaryDir work;
