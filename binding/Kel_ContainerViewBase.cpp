@@ -255,9 +255,11 @@ void Kel_ContainerViewBase::mouseDoubleClickEvent(QMouseEvent* event, const QPoi
 
 void Kel_ContainerViewBase::keyPressEvent(QKeyEvent* event)
 {
+    if (!event)
+        return;
     if (mFocusView)
         mFocusView->keyPressEvent(event);
-    else if (event)
+    else
         event->ignore(); // nobody here wants it: it travels on to the hosting widget
 }
 

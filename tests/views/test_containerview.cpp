@@ -69,6 +69,8 @@ TEST(ContainerView, PressGoesDownTheZOrderUntilAViewTakesIt)
     QTest::mouseClick(host.bridge, Qt::LeftButton, Qt::NoModifier, QPoint(60, 60));
     QTest::keyClick(host.bridge, Qt::Key_A);
     EXPECT_EQ(host.log, (QStringList{"press High 40,40", "release High 40,40", "key Low a"}));
+    host.panel->keyPressEvent(nullptr); // not handed on to the focus view
+    EXPECT_EQ(host.log.size(), 3);
 
     // A press on no view reaches no view and nobody takes the mouse.
     host.log.clear();
