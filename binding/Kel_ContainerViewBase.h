@@ -79,7 +79,7 @@ public:
     QWidget* getBridgeWidget() override;
     void overlayChildEditWidget(Kel_ViewInterface* child, QWidget* editor, int x, int y) override;
     // Repaints the view's area at once and deletes it; a view that is not a
-    // sub-view is left alone.
+    // sub-view, or not filed under its current z-order, is left alone.
     void removeView(Kel_ViewInterface* view) override;
 
 protected:
