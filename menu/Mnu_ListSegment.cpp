@@ -152,6 +152,9 @@ void Mnu_ListSegment::dump(const QString& prefix) const
 
 void Mnu_ListSegment::setItemsConnectionName(const QString& name)
 {
+    // The same name again must not cut the connections already made.
+    if (name == mItemsConnectionName)
+        return;
     mItemsConnectionName = name;
     // The accelerator and icon listeners are renamed by makeConnections only.
     const std::pair<Mv_ListenerBase*, const char*> renamed[] = {

@@ -133,6 +133,9 @@ void Mnu_RadioListSegment::dump(const QString& prefix) const
 
 void Mnu_RadioListSegment::setItemsConnectionName(const QString& name)
 {
+    // The same name again must not cut the connections already made.
+    if (name == mItemsConnectionName)
+        return;
     mItemsConnectionName = name;
     const std::pair<Mv_ListenerBase*, const char*> renamed[] = {
         {mNameListenerP.get(), ".name"},
@@ -149,6 +152,8 @@ void Mnu_RadioListSegment::setItemsConnectionName(const QString& name)
 
 void Mnu_RadioListSegment::setSelectedItemConnectionName(const QString& name)
 {
+    if (name == mCurrentItemConnectionName)
+        return;
     mCurrentItemConnectionName = name;
     mCurrentItemListenerP->ClearConnection();
     mCurrentItemListenerP->SetConnectionName(name);

@@ -216,6 +216,8 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
     auto* segment = dynamic_cast<Mnu_ListSegment*>(menu->getMenu()->getSegmentAt(0));
     EXPECT_EQ(segment->getItemIdentifier(Mnu_MenuID(popup->actions().at(0))), "17");
     close(popup);
+    // Setting the same name again keeps the list connected.
+    segment->setItemsConnectionName("Popup.Recent");
 
     choose(popup, "intro.wav");
     EXPECT_TRUE(recent.selected(0));
@@ -273,6 +275,9 @@ TEST_F(PopupTest, ChoosingARadioListItemWritesItsIdentifier)
                             "<CurrentItemConnectionName>Popup.Speed</CurrentItemConnectionName></RadioListSegment></Menu>");
     Kel_PopupMenu* popup = menu->getPopupMenu();
     auto* segment = dynamic_cast<Mnu_RadioListSegment*>(menu->getMenu()->getSegmentAt(0));
+    // Setting the same names again keeps the segment connected.
+    segment->setItemsConnectionName("Popup.Speeds");
+    segment->setSelectedItemConnectionName("Popup.Speed");
 
     open(popup);
     EXPECT_EQ(items(popup), QStringList({"Slow", "[x]Normal", "Fast"}));
