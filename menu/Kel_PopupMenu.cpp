@@ -85,8 +85,6 @@ QAction* Kel_PopupMenu::findAction(QList<QVariant> path)
     QMenu* menu = this;
     QAction* found = nullptr;
     for (int i = 0; i < path.size(); ++i) {
-        if (!menu)
-            return nullptr;
         found = nullptr;
         for (QAction* action : menu->actions()) {
             if (!action->isSeparator() && action->data() == path.at(i)) {
@@ -96,7 +94,11 @@ QAction* Kel_PopupMenu::findAction(QList<QVariant> path)
         }
         if (!found)
             return nullptr;
+        // Further parts lead into the item's submenu; an item without one
+        // is where the path ends.
         menu = found->menu();
+        if (!menu)
+            return found;
     }
     return found;
 }

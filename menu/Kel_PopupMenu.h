@@ -31,8 +31,8 @@ public:
     // The first action whose data equals data; with recursive, submenus are
     // searched too (depth first).
     QAction* findAction(QVariant data, bool recursive);
-    // Follows a path of data values through submenus; null when any part
-    // is missing or the list is empty.
+    // Follows a path of data values through submenus; null when a part is
+    // missing or the list is empty. An item without a submenu ends the path.
     QAction* findAction(QList<QVariant> path);
     // findAction on the parts of a dotted path (empty parts are skipped).
     QAction* getItemByPath(const QString& path);

@@ -394,6 +394,9 @@ TEST_F(PopupTest, SubmenusAreBuiltFromTheirOwnMenusAndFoundByPath)
     EXPECT_EQ(popup->getItemByPath("Grid.Snap"), gridItem->menu()->actions().at(0));
     EXPECT_EQ(popup->getItemByPath(".Grid..Snap."), gridItem->menu()->actions().at(0));
     EXPECT_EQ(popup->getItemByPath("Grid/Snap"), nullptr);
+    // An item without a submenu ends the path; a missing one finds nothing.
+    EXPECT_EQ(popup->getItemByPath("Grid.Snap.Further"), gridItem->menu()->actions().at(0));
+    EXPECT_EQ(popup->getItemByPath("Grid.Missing.Snap"), nullptr);
     EXPECT_EQ(popup->getItemByPath(""), nullptr);
     EXPECT_EQ(popup->findAction(QVariant("Snap"), true), gridItem->menu()->actions().at(0));
     EXPECT_EQ(popup->findAction(QVariant("Snap"), false), nullptr);
