@@ -88,9 +88,17 @@ TEST_F(PopupTest, OpeningAgainRebuildsFromTheModelsWithoutDuplicates)
                             + kSeparator + command("Copy", "Popup.Play()") + "</Menu>");
     Kel_PopupMenu* popup = menu->getPopupMenu();
     EXPECT_EQ(popup->objectName(), "Edit");
+    // The about-to-show callback comes after the rebuild, with its user pointer.
+    QStringList seen;
+    menu->setAboutToShowFunc(
+        [](Mnu_QtManager* manager, void* data) {
+            *static_cast<QStringList*>(data) = items(manager->getPopupMenu());
+        },
+        &seen);
 
     open(popup);
     EXPECT_EQ(items(popup), QStringList({"Cut", "-", "Copy"}));
+    EXPECT_EQ(seen, items(popup));
     close(popup);
     cutText.setValue("Cut clip");
     open(popup);
