@@ -1,6 +1,7 @@
 #ifndef MODELTESTSUPPORT_H
 #define MODELTESTSUPPORT_H
 
+#include "Mv_ConnectionDict.h"
 #include "Mv_ListenerBase.h"
 #include "Mv_MessageInterface.h"
 #include "Mvt_Root_Notifications.h"
@@ -8,6 +9,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <gtest/gtest.h>
 
 // Records what a listener's owner hears: the type names of the messages
 // and the connected flag of each connected-changed notification.
@@ -38,6 +40,14 @@ public:
 
     QStringList heard;
     std::function<void(const Mv_MessageInterface&)> onMessage;
+};
+
+// Each test works in its own dictionary so that names never collide.
+class DictTest : public ::testing::Test
+{
+protected:
+    Mv_ConnectionEnvironment::Ptr env() const { return Mv_ConnectionEnvironment::create({}, &dict); }
+    mutable Mv_ConnectionDict dict;
 };
 
 #endif

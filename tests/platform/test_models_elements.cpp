@@ -1,27 +1,18 @@
 // Arrays, element addressing by number and through index models, record
-// arrays, computed containers and action arrays.
+// arrays and action arrays.
 #include "ModelTestSupport.h"
 
-#include "Mv_ConnectionDict.h"
 #include "Mve_ActionArray.h"
 #include "Mve_Array.h"
-#include "Mve_ComputedContainer.h"
 #include "Mve_Index.h"
 #include "Mve_RecordArray.h"
-#include "SortedValueList.h"
 
-#include <gtest/gtest.h>
 
 namespace {
 
 typedef Mvt_SimpleValue<QString>::Listener StringListener;
 
-class Elements : public ::testing::Test
-{
-protected:
-    Mv_ConnectionEnvironment::Ptr env() const { return Mv_ConnectionEnvironment::create({}, &dict); }
-    mutable Mv_ConnectionDict dict;
-};
+typedef DictTest Elements;
 
 TEST_F(Elements, AFixedIndexAddressesOneElementAndHearsOnlyItsChanges)
 {
@@ -98,11 +89,6 @@ TEST_F(Elements, IndexModelsMayThemselvesBeElements)
     EXPECT_EQ(sorted.value(), "a");
     order.setAt(1, 1);
     EXPECT_EQ(sorted.value(), "b");
-
-    // Names that look like element addresses but are not stay plain names.
-    Mve_SimpleValue<QString> odd("plain", "Odd[]");
-    odd.Publish(&dict);
-    EXPECT_EQ(StringListener("Odd[]", env()).value(), "plain");
 }
 
 TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
@@ -133,30 +119,10 @@ TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
     EXPECT_EQ(nameArray.element<QString>(2), "Intro");
     clips.removeRows(0, 99);
     EXPECT_EQ(rows.size(), 0);
-    EXPECT_EQ(clips.addField<QString>("name"), nullptr);
-    EXPECT_EQ(clips.field<long>("name"), nullptr); // wrong type
 
     clips.SetConnectionName("Shots"); // fields follow the rename
     EXPECT_TRUE(dict.isPublished("Shots.length"));
     EXPECT_FALSE(dict.isPublished("Clips.length"));
-}
-
-TEST_F(Elements, ComputedContainersAnswerFromAFunction)
-{
-    SortedValueList<long> selection;
-    selection.add(1);
-    selection.add(3);
-    Mve_ComputedContainer<bool> isSelected(
-        [&selection](long i, bool& v) {
-            v = selection.contains(i);
-            return true;
-        },
-        "List.isSelected");
-    isSelected.Publish(&dict);
-    Mvt_SimpleValue<bool>::Listener third("List.isSelected[3]", env()), first("List.isSelected[0]", env());
-    EXPECT_TRUE(third.value(false));
-    EXPECT_FALSE(first.value(true));
-    EXPECT_EQ(first.set(true), Mvt_SimpleValue_BaseAPI::kSetRefused); // no setter
 }
 
 TEST_F(Elements, ActionArraysCallOneFunctionWithTheElementIndex)

@@ -1,16 +1,11 @@
-// Variants, environments, actions, timecodes, sorted lists, dispatchers and
-// the delayed-action queue.
+// Variants, environments, actions and the delayed-action queue.
 #include "ModelTestSupport.h"
 
 #include "Mv_ConnectionDict.h"
-#include "TestSupport.h"
-#include "Mv_MessageDispatcher.h"
 #include "Mv_Utils.h"
 #include "Mve_Action.h"
 #include "Mve_SimpleValue.h"
-#include "SortedValueList.h"
 
-#include <QCoreApplication>
 #include <QRect>
 #include <gtest/gtest.h>
 
@@ -40,37 +35,6 @@ TEST(Variant, ScalarKindsConvertAndOtherTypesOnlyReadBackExactly)
     const Mv_Variant pointer(&x);
     EXPECT_EQ(pointer.value<int*>(), &x);
     EXPECT_EQ(pointer.value<long*>(nullptr), nullptr);
-}
-
-TEST(Timecode, TextFormsRoundTrip)
-{
-    Mv_Timecode tc;
-    EXPECT_TRUE(Mv_Timecode::fromString("10:20:30:40", &tc));
-    EXPECT_EQ(tc.toString(), "10:20:30:40");
-    EXPECT_FALSE(tc.isDropFrame());
-    EXPECT_TRUE(Mv_Timecode::fromString("00:00:75", &tc)); // no range check; frames kept
-    EXPECT_EQ(tc, Mv_Timecode(0, 0, 75, 40));
-    EXPECT_FALSE(Mv_Timecode::fromString("1:2", &tc));
-    EXPECT_FALSE(Mv_Timecode::fromString("a:b:c", &tc));
-    EXPECT_EQ(Mv_Timecode(1, 2, 3, 4, 1).toString(), "01;02;03;04");
-}
-
-TEST(SortedList, KeepsOrderWithoutDuplicates)
-{
-    SortedValueList<long> list;
-    EXPECT_EQ(list.first(), -1);
-    EXPECT_EQ(list.next(0), -1);
-    for (long v : {5, 1, 3, 3})
-        list.add(v);
-    EXPECT_EQ(list.size(), 3);
-    EXPECT_EQ(list.first(), 1);
-    EXPECT_EQ(list.last(), 5);
-    EXPECT_EQ(list.next(1), 3);
-    EXPECT_EQ(list.next(2), 3);
-    EXPECT_EQ(list.next(5), -1);
-    EXPECT_TRUE(list.remove(3));
-    EXPECT_FALSE(list.remove(3));
-    EXPECT_FALSE(list.contains(3));
 }
 
 TEST(Environment, VariablesExpandAndTextAssignmentsParse)
@@ -119,40 +83,10 @@ TEST(Actions, ArgumentsConvertAndMisfitsAreRefused)
     EXPECT_FALSE(listener.call("d", 1));
     EXPECT_EQ(calls.size(), 2);
 
-    Mve_Action<bool()> failing([] { return false; }, "Fails");
-    failing.Publish(&dict);
-    EXPECT_FALSE(Mvt_Action<bool()>::Listener("Fails", env).call());
-
     // A value model is not an action.
     Mve_SimpleValue<long> value(1, "Value");
     value.Publish(&dict);
     EXPECT_FALSE(Mvt_Action<void()>::Listener("Value", env).call());
-}
-
-class DispatchOwner
-{
-public:
-    void refresh() { log.append("refresh"); }
-    void connected(const Mvt_Root_Notifications::MsgConnectedChanged& m)
-    {
-        log.append(m.isConnected() ? "on" : "off");
-    }
-    QStringList log;
-};
-
-TEST(Dispatcher, RoutesByTypeWithADefault)
-{
-    static const Mv_MessageDispatcher<DispatchOwner> dispatcher = [] {
-        Mv_MessageDispatcher<DispatchOwner> d(&DispatchOwner::refresh);
-        d.addRoute(&DispatchOwner::connected);
-        return d;
-    }();
-    DispatchOwner owner;
-    dispatcher.dispatch(&owner, Mvt_Root_Notifications::MsgConnectedChanged(true));
-    dispatcher.dispatch(&owner, Mvt_SimpleValue_Notifications::MsgValueChanged());
-    EXPECT_EQ(owner.log, (QStringList{"on", "refresh"}));
-    const Mv_MessageDispatcher<DispatchOwner> noDefault;
-    EXPECT_FALSE(noDefault.dispatch(&owner, Mvt_SimpleValue_Notifications::MsgValueChanged()));
 }
 
 TEST(DelayedActions, RunOnALaterTurnInOrderOnceARunnerIsInstalled)
@@ -173,14 +107,6 @@ TEST(DelayedActions, RunOnALaterTurnInOrderOnceARunnerIsInstalled)
     EXPECT_TRUE(waitFor([&ran] { return ran.size() == 2; }));
     EXPECT_EQ(ran, (QStringList{"A()!", "B()!"}));
     Mv_Utils::Mv_SetDelayedActionRunner(previous);
-}
-
-TEST(UniqueNames, NeverRepeat)
-{
-    const QString a = Mv_Utils::Mv_UniqueConnString("List%1::row");
-    const QString b = Mv_Utils::Mv_UniqueConnString("List%1::row");
-    EXPECT_NE(a, b);
-    EXPECT_TRUE(a.startsWith("List") && a.endsWith("::row"));
 }
 
 } // namespace
