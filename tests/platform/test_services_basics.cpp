@@ -1,7 +1,6 @@
-// Assertions, folders and the resource path.
+// Assertions and folders.
 #include "Ost_Assert.h"
 #include "Ost_DirPaths.h"
-#include "Ost_Resource.h"
 #include "TestSupport.h"
 
 #include <QCoreApplication>
@@ -47,18 +46,27 @@ TEST(ServicesAssert, FailedCheckReachesHandlerAndLogWithoutAborting)
     EXPECT_TRUE(static_cast<bool>(Ost_Assert::setHandler(previous)));
 }
 
-TEST(ServicesDirPaths, ProductAndExecutable)
+TEST(ServicesDirPaths, ProductExecutableAndPerProductFolders)
 {
     Ost_DirPaths::Initialize("KelFirst");
     Ost_DirPaths::Initialize("KelSecond");
     EXPECT_EQ(Ost_DirPaths::GetProductName(), QStringLiteral("KelSecond"));
     Ost_DirPaths::Initialize(nullptr);
     EXPECT_EQ(Ost_DirPaths::GetProductName(), QCoreApplication::applicationName());
-
     EXPECT_EQ(Ost_DirPaths::GetApplicationExeName(), QFileInfo(QCoreApplication::applicationFilePath()).fileName());
     EXPECT_EQ(Ost_DirPaths::GetPath(Ost_DirPaths::kExecutableDir, false),
               QCoreApplication::applicationDirPath() + QLatin1Char('/'));
     EXPECT_TRUE(Ost_DirPaths::GetPath(Ost_DirPaths::DirPath_t(42), true).isEmpty());
+
+    const QString product = QStringLiteral("KelServicesTest%1").arg(QCoreApplication::applicationPid());
+    Ost_DirPaths::Initialize(product.toLatin1().constData());
+    const QString tempDir = Ost_DirPaths::GetPath(Ost_DirPaths::kTempDir, true);
+    EXPECT_EQ(tempDir, QDir::tempPath() + QLatin1Char('/') + product + QLatin1Char('/'));
+    EXPECT_TRUE(QFileInfo(tempDir).isDir());
+    QDir(tempDir).removeRecursively();
+    EXPECT_TRUE(Ost_DirPaths::GetPath(Ost_DirPaths::kUserDataDir, false)
+                    .endsWith(QLatin1Char('/') + product + QLatin1Char('/')));
+    Ost_DirPaths::Initialize(nullptr);
 }
 
 TEST(ServicesDirPaths, ResourceDirFollowsEnvironmentAndCreateFlag)
@@ -79,27 +87,4 @@ TEST(ServicesDirPaths, ResourceDirFollowsEnvironmentAndCreateFlag)
     EXPECT_EQ(Ost_DirPaths::GetPath(Ost_DirPaths::kResourceDir, false),
               QCoreApplication::applicationDirPath() + QStringLiteral("/resources/"));
     qputenv("KELCORE_RESOURCE_DIR", saved);
-}
-
-TEST(ServicesDirPaths, PerProductFolders)
-{
-    const QByteArray product = "KelServicesTest" + QByteArray::number(QCoreApplication::applicationPid());
-    Ost_DirPaths::Initialize(product.constData());
-    const QString tempDir = Ost_DirPaths::GetPath(Ost_DirPaths::kTempDir, true);
-    EXPECT_EQ(tempDir, QDir::tempPath() + QLatin1Char('/') + QString::fromLatin1(product) + QLatin1Char('/'));
-    EXPECT_TRUE(QFileInfo(tempDir).isDir());
-    QDir(tempDir).removeRecursively();
-    EXPECT_TRUE(Ost_DirPaths::GetPath(Ost_DirPaths::kUserDataDir, false)
-                    .endsWith(QLatin1Char('/') + QString::fromLatin1(product) + QLatin1Char('/')));
-    Ost_DirPaths::Initialize(nullptr);
-}
-
-TEST(ServicesResource, PathGetsOneTrailingSeparator)
-{
-    Ost_Resource::setResourcePath(QStringLiteral("/opt/kel/res"));
-    EXPECT_EQ(Ost_Resource::getResourcePath(), QStringLiteral("/opt/kel/res/"));
-    Ost_Resource::setResourcePath(QStringLiteral("C:\\kel\\res\\"));
-    EXPECT_EQ(Ost_Resource::getResourcePath(), QStringLiteral("C:\\kel\\res\\"));
-    Ost_Resource::setResourcePath(QString());
-    EXPECT_TRUE(Ost_Resource::getResourcePath().isEmpty());
 }
