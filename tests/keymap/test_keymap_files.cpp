@@ -10,46 +10,38 @@ typedef KeymapTest KeymapFileTest;
 
 QString doc(const QString& body)
 {
-    return QStringLiteral("<KeyMappings>") + body + QStringLiteral("</KeyMappings>");
+    return "<KeyMappings>" + body + "</KeyMappings>";
 }
 
 } // namespace
 
-TEST_F(KeymapFileTest, OnlyKeyMappingsIsAcceptedAsRoot)
+TEST_F(KeymapFileTest, MalformedDocumentsStopAtTheFaultAndKeepWhatWasReadBefore)
 {
-    DebugMessageCollector messages;
-    EXPECT_FALSE(mgr->load("WrongRoot", 0));
-    EXPECT_EQ(messages.messages(), QStringList({"Kel_KeymapMgr::xmlDocParser, unexpected top-level tag <Keymaps>"}));
-    EXPECT_TRUE(keys().isEmpty());
-    // The language counts as loaded once the file was read.
-    EXPECT_TRUE(mgr->loaded(0));
-}
-
-TEST_F(KeymapFileTest, UnexpectedTagsFailTheFileAndKeepWhatWasReadBefore)
-{
-    const QString entry = QStringLiteral("<Entry id='A' key='F1'><Action>Keymap.A</Action></Entry>");
-    struct Case
+    const QString w1 = "<Entries Context='W'><Entry id='A' key='F1'><Action>Keymap.A</Action></Entry>";
+    const struct
     {
-        QString body;
+        QString xml;
         QString message;
-    };
-    const Case cases[] = {
-        {"<Entries Context='W'>" + entry + "<Shortcut/></Entries>", "Kel_KeymapMgr::xmlParser, unexpected tag <Shortcut>"},
-        {"<Entries Context='W'>" + entry + "</Entries><Settings/>", "Kel_KeymapMgr::xmlParser, unexpected tag <Settings>"},
-        {"<Entries Context='W'>" + entry + "</Entries><Includes><Path>Common</Path></Includes>",
+    } cases[] = {
+        {"<Keymaps>" + w1 + "</Entries></Keymaps>", "Kel_KeymapMgr::xmlDocParser, unexpected top-level tag <Keymaps>"},
+        {doc(w1 + "<Shortcut/></Entries>"), "Kel_KeymapMgr::xmlParser, unexpected tag <Shortcut>"},
+        {doc(w1 + "</Entries><A/><B/>"), "Kel_KeymapMgr::xmlParser, unexpected tag <A>"},
+        {doc(w1 + "</Entries><Includes><Path>Common</Path></Includes>"),
          "Kel_KeymapMgr::parseIncludes, unexpected tag <Path>"},
+        {doc(w1 + "<Entry id='B'><Action>x</Action></Entry><Entry id='C' key='F3'/></Entries>"),
+         "Kel_KeymapMgr::parseEntry, missing tag KeySequence"},
+        {doc(w1 + "</Entries><Entries><Entry id='B' key='F2'/><Entry id='C' key='F3' /></Entries>"),
+         "Kel_KeymapMgr::parseEntry, missing tag Context"},
+        {doc(w1 + "<Entry id='B' key='F2'><Context/></Entry></Entries>"), "Kel_KeymapMgr::parseEntry, missing tag Context"},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         mgr->clearMgr();
         DebugMessageCollector messages;
-        EXPECT_FALSE(mgr->loadFromXMLString(doc(c.body), 0));
-        EXPECT_EQ(messages.messages(), QStringList(c.message));
-        EXPECT_EQ(keys(), QStringList("W::F1")) << c.body.toStdString();
+        EXPECT_FALSE(mgr->loadFromXMLString(c.xml, 0)) << c.xml.toStdString();
+        EXPECT_EQ(messages.messages(), QStringList(c.message)) << c.xml.toStdString();
+        const QStringList kept = c.message.contains("top-level") ? QStringList() : QStringList("W::F1");
+        EXPECT_EQ(keys(), kept) << c.xml.toStdString();
     }
-    // A second unexpected tag is never reached.
-    DebugMessageCollector messages;
-    EXPECT_FALSE(mgr->loadFromXMLString(doc("<A/><B/>"), 0));
-    EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::xmlParser, unexpected tag <A>"));
 }
 
 TEST_F(KeymapFileTest, CommentsAndTextBetweenElementsAreSkippedAnywhere)
@@ -67,15 +59,11 @@ TEST_F(KeymapFileTest, EntryChildrenOverrideAttributesAndEachOther)
 {
     loadXml(doc("<Entries Context='Player'>"
                 "<Entry id='Old' key='Ctrl+K'>"
-                "<KeySequence>Ctrl+J</KeySequence>"
-                "<ActionID>Copy</ActionID>"
-                "<Context>Editor</Context>"
+                "<KeySequence>Ctrl+J</KeySequence><ActionID>Copy</ActionID><Context>Editor</Context>"
                 "<Action>Editor|First</Action><Action>Editor|Copy</Action>"
                 "<ActionScript>Keymap.Text = \"x\"</ActionScript>"
                 "<Description>Copies  the &lt;selection&gt;</Description>"
-                "<Colour>red</Colour>"
-                "<CustomKeyMapping>no</CustomKeyMapping>"
-                "</Entry>"
+                "<CustomKeyMapping>no</CustomKeyMapping></Entry>"
                 "<Entry key='F1'/>"
                 "<Entry id='A' key='Ctrl+Nonsense'/>" // Qt cannot read it: skipped silently
                 "<Entry id='B' key='ctrl+shift+f5'/>"
@@ -88,33 +76,7 @@ TEST_F(KeymapFileTest, EntryChildrenOverrideAttributesAndEachOther)
     EXPECT_EQ(info.actionScript, "Keymap.Text = \"x\"");
     EXPECT_EQ(info.description, "Copies  the <selection>");
     EXPECT_TRUE(info.isCustom);
-    // The identifier keeps its context even when the id is missing.
     EXPECT_EQ(mgr->KeyMap().value("Player::F1").actionId, "Player::");
-    EXPECT_FALSE(mgr->KeyMap().value("Player::F1").isCustom);
-}
-
-TEST_F(KeymapFileTest, EntriesWithoutKeyOrContextStopTheRestOfTheFile)
-{
-    struct Case
-    {
-        QString body;
-        QString message;
-    };
-    const Case cases[] = {
-        {"<Entries Context='W'><Entry id='A' key='F1'/><Entry id='B'><Action>x</Action></Entry><Entry id='C' key='F3'/></Entries>",
-         "Kel_KeymapMgr::parseEntry, missing tag KeySequence"},
-        {"<Entries Context='W'><Entry id='A' key='F1'/></Entries><Entries><Entry id='B' key='F2'/><Entry id='C' key='F3' /></Entries>",
-         "Kel_KeymapMgr::parseEntry, missing tag Context"},
-        {"<Entries Context='W'><Entry id='A' key='F1'/><Entry id='B' key='F2'><Context/></Entry></Entries>",
-         "Kel_KeymapMgr::parseEntry, missing tag Context"},
-    };
-    for (const Case& c : cases) {
-        mgr->clearMgr();
-        DebugMessageCollector messages;
-        EXPECT_FALSE(mgr->loadFromXMLString(doc(c.body), 0)) << c.body.toStdString();
-        EXPECT_EQ(messages.messages(), QStringList(c.message)) << c.body.toStdString();
-        EXPECT_EQ(keys(), QStringList("W::F1")) << c.body.toStdString();
-    }
 }
 
 TEST_F(KeymapFileTest, TheLastEntryForAKeyWinsWholeAndContextsStayApart)
@@ -136,7 +98,7 @@ TEST_F(KeymapFileTest, TheLastEntryForAKeyWinsWholeAndContextsStayApart)
     EXPECT_TRUE(action("Ctrl+K", "Player").isNull());
 }
 
-TEST_F(KeymapFileTest, IncludesAreReadWhereTheyStand)
+TEST_F(KeymapFileTest, IncludesAreExpandedWhereTheyStandAndFailuresStopTheFile)
 {
     DebugMessageCollector messages;
     EXPECT_TRUE(mgr->load("Keys", 0));
@@ -144,24 +106,17 @@ TEST_F(KeymapFileTest, IncludesAreReadWhereTheyStand)
     // Common.xml is included before the base file's own entries.
     EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.Undo");
     EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Redo");
-    EXPECT_EQ(mgr->KeyMap().value("MainWindow::Space").description, "Starts playback");
-}
 
-TEST_F(KeymapFileTest, AnIncludeThatCannotBeLoadedStopsTheFile)
-{
-    DebugMessageCollector messages;
-    // Missing: the include list fails at once, with no message of its own.
+    mgr->clearMgr();
     EXPECT_FALSE(mgr->load("MissingInclude", 0));
     EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::load cannot open resource " + dataDir() + "NoSuchFile.xml"));
     EXPECT_EQ(action("F1", "MainWindow"), "Keymap.Before");
     EXPECT_EQ(action("Ctrl+Z", "MainWindow"), "Keymap.CommonUndo"); // Keys-German was not reached
     EXPECT_TRUE(action("F2", "MainWindow").isNull());
 
-    // Including itself again.
     messages.clear();
     EXPECT_FALSE(mgr->load("Cycle", 0));
     EXPECT_EQ(messages.messages(), QStringList("Kel_KeymapMgr::load, recursive include of " + dataDir() + "Cycle.xml"));
-    EXPECT_EQ(action("F3", "MainWindow"), "Keymap.Cycle");
 }
 
 TEST_F(KeymapFileTest, FilesThatCannotBeOpenedOrParsedAreReported)
@@ -170,34 +125,23 @@ TEST_F(KeymapFileTest, FilesThatCannotBeOpenedOrParsedAreReported)
     EXPECT_FALSE(mgr->load("Absent", 7));
     EXPECT_FALSE(mgr->loaded(7));
     EXPECT_FALSE(mgr->load("Broken", 0));
-    EXPECT_FALSE(mgr->loadFromXMLString("<KeyMappings>", 0));
     EXPECT_FALSE(mgr->loadFromXMLString("", 0));
-    EXPECT_EQ(messages.messages(),
+    EXPECT_FALSE(mgr->load("/dev/zero", 0));
+    EXPECT_EQ(messages.messages().mid(0, 3),
               QStringList({"Kel_KeymapMgr::load cannot open resource " + dataDir() + "Absent.xml",
                            "Kel_KeymapMgr load parse error tag mismatch at line 4 column 12",
-                           "Kel_KeymapMgr load parse error unexpected end of file at line 1 column 14",
                            "Kel_KeymapMgr load parse error unexpected end of file at line 1 column 1"}));
+    EXPECT_EQ(messages.messages().size(), 4);
     EXPECT_FALSE(mgr->loaded(0));
 }
 
 TEST_F(KeymapFileTest, FilesAreFoundInTheKeymapFolderThenAsPaths)
 {
-    // The keymap folder replaces the resource path.
     Ost_Resource::setResourcePath(testDataDir());
     mgr->setKeyMapsDirPath(dataDir().chopped(1));
     EXPECT_EQ(mgr->getKeyMapsDirPath(), dataDir());
     EXPECT_TRUE(mgr->load("Common", 0));
     EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Redo");
-
-    // A name that is no file of the folder is tried as it stands.
-    mgr->clearMgr();
-    mgr->setKeyMapsDirPath(testDataDir());
     EXPECT_TRUE(mgr->load(dataDir() + "Keys-German.xml", 0));
     EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Undo");
-
-    // Not a device or a folder, even when named.
-    DebugMessageCollector messages;
-    EXPECT_FALSE(mgr->load(dataDir(), 0));
-    EXPECT_FALSE(mgr->load("/dev/zero", 0));
-    EXPECT_EQ(messages.messages().size(), 2);
 }
