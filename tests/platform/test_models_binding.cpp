@@ -85,14 +85,6 @@ TEST_F(Binding, AnyDestructionOrderIsSafe)
         EXPECT_EQ(listener.value(-1), -1);
     }
     {
-        LongModel model(5, "M");
-        model.Publish(&dict);
-        auto listener = std::make_unique<LongListener>("M", env());
-        listener.reset();
-        EXPECT_EQ(model.listenerCount(), 0);
-        model.setValue(6); // nobody left to notify
-    }
-    {
         auto own = std::make_unique<Mv_ConnectionDict>();
         LongModel model(5, "M");
         model.Publish(own.get());

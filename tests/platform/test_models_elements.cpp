@@ -139,8 +139,6 @@ TEST_F(Elements, ActionArraysCallOneFunctionWithTheElementIndex)
     EXPECT_FALSE(listener.triggerElement(3, {Mv_Variant(4)})); // out of range
     EXPECT_FALSE(listener.triggerElement(0, {}));              // missing argument
     EXPECT_EQ(calls, QStringList{"1@4"});
-    EXPECT_TRUE(listener.isElementEnabled(0));
-    EXPECT_FALSE(listener.isElementEnabled(2));
 }
 
 } // namespace
