@@ -9,6 +9,7 @@
 
 #include <QStringList>
 #include <functional>
+#include <utility>
 #include <gtest/gtest.h>
 
 // Records what a listener's owner hears: the type names of the messages
@@ -31,12 +32,7 @@ public:
             onMessage(m);
     }
 
-    QStringList takeHeard()
-    {
-        QStringList h = heard;
-        heard.clear();
-        return h;
-    }
+    QStringList takeHeard() { return std::exchange(heard, {}); }
 
     QStringList heard;
     std::function<void(const Mv_MessageInterface&)> onMessage;

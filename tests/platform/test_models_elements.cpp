@@ -1,8 +1,7 @@
 // Arrays, element addressing by number and through index models, record
-// arrays and action arrays.
+// arrays.
 #include "ModelTestSupport.h"
 
-#include "Mve_ActionArray.h"
 #include "Mve_Array.h"
 #include "Mve_Index.h"
 #include "Mve_RecordArray.h"
@@ -123,22 +122,6 @@ TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
     clips.SetConnectionName("Shots"); // fields follow the rename
     EXPECT_TRUE(dict.isPublished("Shots.length"));
     EXPECT_FALSE(dict.isPublished("Clips.length"));
-}
-
-TEST_F(Elements, ActionArraysCallOneFunctionWithTheElementIndex)
-{
-    QStringList calls;
-    Mve_ActionArray<void(long)> show(
-        [&calls](long column, long position) { calls.append(QString("%1@%2").arg(column).arg(position)); }, 3,
-        "Cols.showColumn");
-    show.setEnabledFunction([](long column) { return column != 2; });
-    show.Publish(&dict);
-    Mvt_Array<Mvt_Action<void(long)>>::Listener listener("Cols.showColumn", env());
-    EXPECT_TRUE(listener.triggerElement(1, {Mv_Variant(4)}));
-    EXPECT_FALSE(listener.triggerElement(2, {Mv_Variant(4)})); // disabled
-    EXPECT_FALSE(listener.triggerElement(3, {Mv_Variant(4)})); // out of range
-    EXPECT_FALSE(listener.triggerElement(0, {}));              // missing argument
-    EXPECT_EQ(calls, QStringList{"1@4"});
 }
 
 } // namespace
