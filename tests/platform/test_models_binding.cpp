@@ -200,30 +200,12 @@ TEST_F(Binding, OwnersCanAnswerRequestsThroughTheReceiveCallback)
     });
     model.Publish(&dict);
     Mvt_SimpleValue<QString>::Listener listener("Text", env());
-    EXPECT_EQ(listener.value(), "owned");
     // Variant requests reach the owner as typed ones.
     Mv_Variant v;
     EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false));
     EXPECT_EQ(v.value<QString>(), "owned");
     EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgSetVariant(Mv_Variant(12)), true));
     EXPECT_EQ(text, "12");
-}
-
-TEST_F(Binding, VariablesInSpecificationsExpandFromTheEnvironmentChain)
-{
-    LongModel model(3, "Deck2.Speed");
-    model.Publish(&dict);
-    auto parent = Mv_ConnectionEnvironment::create({}, &dict);
-    parent->set("Deck", "Deck1");
-    auto child = Mv_ConnectionEnvironment::create(parent);
-    LongListener listener;
-    listener.SetConnectionName("$Deck.Speed");
-    EXPECT_FALSE(listener.connect(child));
-    EXPECT_EQ(listener.GetResolvedName(), "Deck1.Speed");
-    child->set("Deck", "Deck2"); // the nearer environment wins
-    EXPECT_TRUE(listener.connect(child));
-    EXPECT_EQ(listener.value(), 3);
-    EXPECT_EQ(listener.GetConnectionName(), "$Deck.Speed");
 }
 
 } // namespace

@@ -53,6 +53,8 @@ TEST(Environment, VariablesExpandAndTextAssignmentsParse)
     EXPECT_EQ(child->replaceVariableNames("cost$$A $ $1"), "cost$A $ $1");
     EXPECT_EQ(child->replaceVariableNames(Mv_Utils::Mv_MakeStaticConnectionSpec("x$A")), "x$A");
     EXPECT_EQ(child->getDictionary(), Mv_ConnectionDict::Singleton());
+    child->set("A", "near"); // the nearer environment wins
+    EXPECT_EQ(child->replaceVariableNames("$A"), "near");
 }
 
 TEST(Actions, ArgumentsConvertAndMisfitsAreRefused)

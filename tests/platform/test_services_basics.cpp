@@ -11,12 +11,10 @@
 
 TEST(ServicesAssert, FailedCheckReachesHandlerAndLogWithoutAborting)
 {
-    QString condition, file;
-    int line = 0, calls = 0, evaluations = 0;
+    QStringList seen;
+    int calls = 0, evaluations = 0;
     Ost_Assert::Handler previous = Ost_Assert::setHandler([&](const QString& c, const QString& f, int l) {
-        condition = c;
-        file = f;
-        line = l;
+        seen = QStringList{c, f, QString::number(l)};
         ++calls;
         OST_ASSERT(calls < 0); // logged, but must not re-enter the handler
     });
@@ -26,9 +24,7 @@ TEST(ServicesAssert, FailedCheckReachesHandlerAndLogWithoutAborting)
 
     EXPECT_EQ(evaluations, 1);
     EXPECT_EQ(calls, 1);
-    EXPECT_EQ(condition, QStringLiteral("++evaluations == 5"));
-    EXPECT_EQ(file, QStringLiteral(__FILE__));
-    EXPECT_EQ(line, expectedLine);
+    EXPECT_EQ(seen, QStringList({"++evaluations == 5", __FILE__, QString::number(expectedLine)}));
     EXPECT_TRUE(log.contains(QStringLiteral("ASSERT failure: ++evaluations == 5, file %1, line %2")
                                  .arg(QStringLiteral(__FILE__))
                                  .arg(expectedLine)));
@@ -77,7 +73,7 @@ TEST(ServicesDirPaths, ResourceDirFollowsEnvironmentAndCreateFlag)
     const QString target = temp.path() + QStringLiteral("/res/deeper");
 
     qputenv("KELCORE_RESOURCE_DIR", target.toLocal8Bit());
-    EXPECT_EQ(Ost_DirPaths::GetPath(Ost_DirPaths::DirPath_t(3), false), target + QLatin1Char('/'));
+    EXPECT_EQ(Ost_DirPaths::GetPath(Ost_DirPaths::kResourceDir, false), target + QLatin1Char('/'));
     EXPECT_FALSE(QFileInfo::exists(target));
     Ost_DirPaths::GetPath(Ost_DirPaths::kResourceDir, true);
     EXPECT_TRUE(QFileInfo(target).isDir());
