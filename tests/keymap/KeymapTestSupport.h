@@ -45,9 +45,9 @@ protected:
     }
 
     // Loads an inline document into the default table; the document must load.
-    void loadXml(const QString& xml, int lang = 0)
+    void loadXml(const QString& xml)
     {
-        ASSERT_TRUE(mgr->loadFromXMLString(xml, lang)) << xml.toStdString();
+        ASSERT_TRUE(mgr->loadFromXMLString(xml, 0)) << xml.toStdString();
     }
     // The mapping keys of the current table, in order.
     QStringList keys() { return mgr->KeyMap().keys(); }
