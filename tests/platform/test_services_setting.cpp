@@ -75,7 +75,7 @@ TEST(ServicesSetting, StartRootAndPrefixSelectDottedNamesBeforeOrAfterTheXml)
     EXPECT_EQ(settings.GetParamCount(), 0);
 }
 
-TEST(ServicesSetting, MergeOverridesByNameReplaceStartsOver)
+TEST(ServicesSetting, MergeOverridesReplaceStartsOverMalformedTextChangesNothing)
 {
     Ost_Setting settings;
     settings.SetStartRoot(QStringLiteral("W"));
@@ -86,21 +86,17 @@ TEST(ServicesSetting, MergeOverridesByNameReplaceStartsOver)
     // Repeated names inside one text behave the same way.
     ASSERT_TRUE(settings.SetXML(QStringLiteral("<W><E>x</E><F/><E>y</E></W>"), false));
     EXPECT_EQ(dump(settings), QStringList({"E=y", "F="}));
-}
 
-TEST(ServicesSetting, MalformedXmlIsReportedAndKeepsEarlierParameters)
-{
-    Ost_Setting settings;
-    ASSERT_TRUE(settings.SetXML(QStringLiteral("<R><A>1</A></R>"), false));
-
+    // Malformed text is reported and keeps the earlier parameters.
+    ASSERT_TRUE(settings.SetXML(QStringLiteral("<W><A>1</A></W>"), false));
     DebugMessageCollector log;
-    EXPECT_FALSE(settings.SetXML(QStringLiteral("<R>\n<A>2</A>\n<B>oops</C>\n</R>"), false));
+    EXPECT_FALSE(settings.SetXML(QStringLiteral("<W>\n<A>2</A>\n<B>oops</C>\n</W>"), false));
     ASSERT_EQ(log.messages().size(), 1);
     const QRegularExpression expected(QStringLiteral("^Ost_Setting::SetXML parse error .+ at line 3 column \\d+$"));
     EXPECT_TRUE(expected.match(log.messages().first()).hasMatch()) << qPrintable(log.messages().first());
 
     for (const QString& bad : {QString(), QStringLiteral("not xml"), QStringLiteral("<R><A>1</A>"),
-                               QStringLiteral("<R/><S/>"), QStringLiteral("<R>&undefined;</R>")})
+                               QStringLiteral("<W/><S/>"), QStringLiteral("<W>&undefined;</W>")})
         EXPECT_FALSE(settings.SetXML(bad, true)) << qPrintable(bad);
     EXPECT_EQ(dump(settings), QStringList(QStringLiteral("A=1")));
 }
