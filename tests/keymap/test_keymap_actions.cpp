@@ -32,23 +32,17 @@ const char kProbeKeymap[] =
 
 // A widget that offers its key presses to a keymap in its own context, as the
 // library's widgets do, and counts those the keymap consumed.
-class KeyProbe : public QWidget
+struct KeyProbe : QWidget
 {
-public:
-    KeyProbe(Kel_KeymapMgr* mgr, Mv_ConnectionEnvironment::ConstPtr env) : mMgrP(mgr), mEnv(env) {}
-    int consumed = 0;
-
-protected:
+    KeyProbe(Kel_KeymapMgr* m, Mv_ConnectionEnvironment::ConstPtr e) : mgr(m), env(e) {}
     void keyPressEvent(QKeyEvent* event) override
     {
-        const bool used = mMgrP->handleAction(event, "Probe", mEnv);
-        consumed += used;
-        event->setAccepted(used);
+        event->setAccepted(mgr->handleAction(event, "Probe", env));
+        consumed += event->isAccepted();
     }
-
-private:
-    Kel_KeymapMgr* mMgrP;
-    Mv_ConnectionEnvironment::ConstPtr mEnv;
+    Kel_KeymapMgr* mgr;
+    Mv_ConnectionEnvironment::ConstPtr env;
+    int consumed = 0;
 };
 
 // A menu bar read from tests/data/keymap/KeymapBar.xml, a window with a
@@ -71,7 +65,6 @@ protected:
         auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
         env->set("Deck", "Keymap.Deck");
         probe.reset(new KeyProbe(mgr.get(), env));
-        probe->resize(100, 100);
         probe->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(probe.get()));
     }
