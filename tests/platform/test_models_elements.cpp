@@ -19,7 +19,6 @@ TEST_F(Elements, AFixedIndexAddressesOneElementAndHearsOnlyItsChanges)
     names.Publish(&dict);
     StringListener second("Names[1]", env());
     Recorder rec(second);
-    EXPECT_TRUE(second.isConnectedToModel());
     EXPECT_EQ(second.value(), "b");
     EXPECT_EQ(second.set("B"), Mvt_SimpleValue_BaseAPI::kSetChanged);
     EXPECT_EQ(names.at(1), "B");
@@ -112,7 +111,6 @@ TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
     clips.setValue<QString>(0, "name", "Intro");
     EXPECT_EQ(nameArray.element<QString>(0), "Intro");
     EXPECT_EQ(clips.value<long>(0, "length"), 25);
-    EXPECT_EQ(rows.size(), 1);
 
     clips.insertRows(0, 2);
     EXPECT_EQ(nameArray.element<QString>(2), "Intro");

@@ -13,10 +13,8 @@ namespace {
 
 TEST(Variant, ScalarKindsConvertAndOtherTypesOnlyReadBackExactly)
 {
-    EXPECT_TRUE(Mv_Variant().isEmpty());
     EXPECT_EQ(Mv_Variant(true).value<long>(), 1);
     EXPECT_EQ(Mv_Variant(7).value<double>(), 7.0);
-    EXPECT_TRUE(Mv_Variant(7).holds<long>()); // ints are stored as long
     EXPECT_EQ(Mv_Variant(2.0).value<long>(-1), 2);
     EXPECT_EQ(Mv_Variant(2.5).value<long>(-1), -1); // not integral
     EXPECT_EQ(Mv_Variant("42").value<long>(-1), 42);

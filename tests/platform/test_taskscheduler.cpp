@@ -19,9 +19,8 @@ public:
     {
     }
     ~CountedTask() override { ++sDestroyed; }
-    static int sDestroyed;
+    static inline int sDestroyed = 0;
 };
-int CountedTask::sDestroyed = 0;
 
 class TaskSchedulerManual : public ::testing::Test
 {
