@@ -15,16 +15,9 @@
 
 namespace keymaptest {
 
-inline QString dataDir()
-{
-    return testDataDir() + QStringLiteral("keymap/");
-}
+inline QString dataDir() { return testDataDir() + QStringLiteral("keymap/"); }
 
-class TestKeymapMgr : public Kel_KeymapMgr
-{
-public:
-    TestKeymapMgr() = default;
-};
+struct TestKeymapMgr : Kel_KeymapMgr {};
 
 class KeymapTest : public ::testing::Test
 {
@@ -49,7 +42,6 @@ protected:
     {
         ASSERT_TRUE(mgr->loadFromXMLString(xml, 0)) << xml.toStdString();
     }
-    // The mapping keys of the current table, in order.
     QStringList keys() { return mgr->KeyMap().keys(); }
     QString action(const QString& key, const QString& context, int lang = -1)
     {
