@@ -4,16 +4,11 @@
 
 #include "Kel_ViewBase.h"
 #include "Kel_ViewContainerInterface.h"
-#include "Ost_Assert.h"
 #include "TestSupport.h"
 
 #include <QColor>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QFont>
-#include <QKeyEvent>
-#include <QMouseEvent>
-#include <QPaintDevice>
 #include <QPainter>
 #include <QStringList>
 #include <memory>
@@ -47,7 +42,6 @@ public:
     void mousePressEvent(QMouseEvent* e, const QPoint& p) override { take(e, "press", p, takesMouse); }
     void mouseReleaseEvent(QMouseEvent* e, const QPoint& p) override { take(e, "release", p, takesMouse); }
     void mouseMoveEvent(QMouseEvent* e, const QPoint& p) override { take(e, "move", p, takesMouse); }
-    void mouseDoubleClickEvent(QMouseEvent* e, const QPoint& p) override { take(e, "double", p, takesMouse); }
     void dragEnterEvent(QDragEnterEvent* e, const QPoint& p) override { take(e, "enter", p, takesDrags); }
     void dragMoveEvent(QDragMoveEvent* e, const QPoint& p) override { take(e, "dragmove", p, takesDrags); }
     void dropEvent(QDropEvent* e, const QPoint& p) override { take(e, "drop", p, takesDrags); }
@@ -108,24 +102,6 @@ public:
     }
     void removeView(Kel_ViewInterface*) override {}
     QStringList log;
-};
-
-// Records the failed assertions' conditions with their file's base name.
-class AssertLog
-{
-public:
-    AssertLog()
-        : mPrevious(Ost_Assert::setHandler([this](const QString& condition, const QString& file, int) {
-              reports << condition + QStringLiteral(" @ ") + QFileInfo(file).completeBaseName();
-          }))
-    {
-    }
-    ~AssertLog() { Ost_Assert::setHandler(mPrevious); }
-    QStringList reports;
-
-private:
-    Ost_Assert::Handler mPrevious;
-    DebugMessageCollector mQuiet;
 };
 
 // A paint device that records the texts drawn on it: where (device
