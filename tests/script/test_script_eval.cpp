@@ -13,7 +13,6 @@
 #include "Mvt_SimpleValue_BaseAPI.h"
 #include "Ost_StringUtils.h"
 #include "TestSupport.h"
-#include "Uip_Assign_ParseNode.h"
 #include "Uip_ParseScript.h"
 #include "Uip_RunScript.h"
 #include "Uip_StatementBlock_ParseNode.h"
@@ -82,100 +81,41 @@ protected:
     Mv_ConnectionEnvironment::Ptr env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment(), &dict);
 };
 
-TEST_F(ScriptEval, EmptyScriptConnectsRunsAndIsEnabled)
-{
-    bool connected = false;
-    auto root = load("  ;; ", &connected);
-    EXPECT_TRUE(connected);
-    EXPECT_TRUE(root->Evaluate(nullptr));
-    EXPECT_TRUE(root->isConnected());
-}
-
-TEST_F(ScriptEval, LiteralsAreSentAsBoolAndStringVariants)
+TEST_F(ScriptEval, AssignmentsSendLiteralsAndCopies)
 {
     RecordingModel mute(QStringLiteral("Mute")), title(QStringLiteral("Title"));
-    mute.Publish(&dict);
-    title.Publish(&dict);
-
-    EXPECT_TRUE(run("Mute = true"));
-    EXPECT_EQ(QStringList{QStringLiteral("MsgSetVariant")}, mute.requests);
-    EXPECT_TRUE(mute.sent.holds<bool>());
-    EXPECT_TRUE(mute.sent.value<bool>());
-
-    EXPECT_TRUE(run("Title = \"Take 2\""));
-    EXPECT_TRUE(title.sent.holds<QString>());
-    EXPECT_EQ(QStringLiteral("Take 2"), title.sent.value<QString>());
-
-    mute.answer = false; // the model's answer is the script's
-    EXPECT_FALSE(run("Mute = false"));
-}
-
-TEST_F(ScriptEval, AssignmentsReachValueModels)
-{
-    Mve_SimpleValue<bool> mute(false, QStringLiteral("Mute"));
     Mve_SimpleValue<long> a(0, QStringLiteral("A")), b(7, QStringLiteral("B"));
-    Mve_SimpleValue<QString> name(QString(), QStringLiteral("Name"));
-    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&mute, &a, &b, &name})
+    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&mute, &title, &a, &b})
         m->Publish(&dict);
 
-    EXPECT_TRUE(run("Name = \"x\"; A = B; Mute = true")); // a boolean literal goes last
-    EXPECT_TRUE(mute.getValue());
-    EXPECT_EQ(QStringLiteral("x"), name.getValue());
+    EXPECT_TRUE(run("Title = \"Take 2\"; A = B; Mute = true")); // a boolean literal goes last
+    EXPECT_EQ(QStringList{QStringLiteral("MsgSetVariant")}, mute.requests);
+    EXPECT_TRUE(mute.sent.holds<bool>() && mute.sent.value<bool>());
+    EXPECT_TRUE(title.sent.holds<QString>());
+    EXPECT_EQ(QStringLiteral("Take 2"), title.sent.value<QString>());
     EXPECT_EQ(7, a.getValue());
 
-    EXPECT_TRUE(run("A = \"12\"")); // the model converts what it can
-    EXPECT_EQ(12, a.getValue());
-    EXPECT_FALSE(run("Mute = \"loud\""));
-    EXPECT_TRUE(mute.getValue());
-
-    mute.setReadOnly(true);
+    mute.answer = false; // the model's refusal is the script's
     EXPECT_FALSE(run("Mute = false"));
-    EXPECT_TRUE(mute.getValue());
 }
 
-TEST_F(ScriptEval, CopyFromAMissingModelSendsNothing)
+TEST_F(ScriptEval, AssignmentsThatCannotRunSendNothing)
 {
     RecordingModel a(QStringLiteral("A"));
+    Mve_SimpleValue<QString> y(QStringLiteral("old"), QStringLiteral("y"));
     a.Publish(&dict);
+    y.Publish(&dict);
     bool connected = true;
-    auto root = load("A = B", &connected);
+    auto root = load("A = B", &connected); // B is not there
     EXPECT_FALSE(connected);
+    EXPECT_FALSE(root->isConnected());
     EXPECT_FALSE(root->Evaluate(nullptr));
     EXPECT_TRUE(a.requests.isEmpty());
-    EXPECT_FALSE(root->isConnected());
-}
 
-TEST_F(ScriptEval, ValueOnTheRightIsConnectedOnlyAfterTheLeft)
-{
-    Mve_SimpleValue<long> b(1, QStringLiteral("B"));
-    b.Publish(&dict);
-    bool connected = true;
-    auto root = load("Missing = B", &connected);
-    EXPECT_FALSE(connected);
-    auto* assign = dynamic_cast<Uip_Assign_ParseNode*>(static_cast<Uip_StatementBlock_ParseNode*>(root.get())->statement(0));
-    ASSERT_TRUE(assign);
-    EXPECT_FALSE(assign->right()->isConnected());
-}
-
-TEST_F(ScriptEval, LiteralOnTheLeftParsesButFails)
-{
-    Mve_SimpleValue<QString> y(QStringLiteral("old"), QStringLiteral("y"));
-    y.Publish(&dict);
-    bool connected = false;
-    auto root = load("\"x\" = y", &connected);
+    root = load("\"x\" = y", &connected); // parses, but a literal cannot be set
     EXPECT_TRUE(connected);
     EXPECT_FALSE(root->Evaluate(nullptr));
     EXPECT_EQ(QStringLiteral("old"), y.getValue());
-}
-
-TEST_F(ScriptEval, ChainedAssignmentHandsAnEmptyValueOutwards)
-{
-    Mve_SimpleValue<long> a(1, QStringLiteral("a")), b(2, QStringLiteral("b")), c(3, QStringLiteral("c"));
-    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&a, &b, &c})
-        m->Publish(&dict);
-    EXPECT_FALSE(run("a = b = c"));
-    EXPECT_EQ(3, b.getValue());
-    EXPECT_EQ(1, a.getValue());
 }
 
 TEST_F(ScriptEval, LongAssignmentChainRunsWithoutRecursion)
@@ -187,7 +127,6 @@ TEST_F(ScriptEval, LongAssignmentChainRunsWithoutRecursion)
     bool connected = false;
     auto root = load(script.constData(), &connected);
     EXPECT_TRUE(connected);
-    EXPECT_TRUE(root->isConnected());
     EXPECT_FALSE(root->Evaluate(nullptr)); // the outer links receive no value
     EXPECT_EQ(5, a.getValue());
 }
@@ -221,14 +160,10 @@ TEST_F(ScriptEval, CallsPassTheArgumentsValue)
 TEST_F(ScriptEval, CallResultGoesToTheCallersVariable)
 {
     Mve_Action<long()> count([] { return 9L; }, QStringLiteral("Count"));
-    Mve_SimpleValue<QString> name(QStringLiteral("n"), QStringLiteral("Name"));
     count.Publish(&dict);
-    name.Publish(&dict);
     Mv_Variant result;
     EXPECT_TRUE(load("Count()")->Evaluate(&result));
     EXPECT_EQ(9, result.value<long>());
-    EXPECT_TRUE(load("Name")->Evaluate(&result));
-    EXPECT_EQ(QStringLiteral("n"), result.value<QString>());
     EXPECT_TRUE(load("\"lit\"; true")->Evaluate(&result)); // statements share it; the last one wins
     EXPECT_TRUE(result.holds<bool>());
 }
@@ -288,17 +223,6 @@ TEST_F(ScriptEval, IsConnectedFollowsTheActionsEnabledState)
     EXPECT_FALSE(load("Pos()")->isConnected()); // a value model is never enabled
 }
 
-TEST_F(ScriptEval, BlockConnectsEveryStatementEvenAfterAFailure)
-{
-    Mve_Action<void()> play([] {}, QStringLiteral("Play"));
-    play.Publish(&dict);
-    bool connected = true;
-    auto root = load("Missing(); Play()", &connected);
-    EXPECT_FALSE(connected);
-    EXPECT_TRUE(static_cast<Uip_StatementBlock_ParseNode*>(root.get())->statement(1)->isConnected());
-    EXPECT_FALSE(root->isConnected());
-}
-
 TEST_F(ScriptEval, ReconnectingFollowsTheEnvironment)
 {
     int first = 0, second = 0;
@@ -344,11 +268,9 @@ TEST_F(ScriptEval, WindowNamesDependOnTheTopLevelWindow)
     EXPECT_EQ(firstName, Kel_SubscriptionIdentifierSubstitution(QStringLiteral(" $Window.Close "), &inner));
     EXPECT_EQ(secondName, Kel_SubscriptionIdentifierSubstitution(QStringLiteral("$Window.Close"), &button));
     EXPECT_NE(firstName, secondName);
-    EXPECT_EQ(QStringLiteral("$Window.Close"), Kel_SubscriptionIdentifierSubstitution(QStringLiteral("$Window.Close"), nullptr));
     EXPECT_EQ(QStringLiteral("A.$Window"), Kel_SubscriptionIdentifierSubstitution(QStringLiteral(" A.$Window"), &inner));
 
-    // Each window's script reaches that window's model, "$Window" being
-    // left as written by an environment that does not define it.
+    // Each window's script reaches that window's model.
     int closedFirst = 0, closedSecond = 0;
     Mve_Action<void()> closeFirst([&] { ++closedFirst; }, firstName);
     Mve_Action<void()> closeSecond([&] { ++closedSecond; }, secondName);
@@ -369,7 +291,7 @@ TEST_F(ScriptEval, RunScriptParsesConnectsAndRuns)
     EXPECT_FALSE(Uip_RunScript(env, QStringLiteral("Play(")));
     EXPECT_FALSE(Uip_RunScript(env, QStringLiteral("Play(); Missing()"))); // not connected: nothing runs
     EXPECT_EQ(1, plays);
-    EXPECT_TRUE(Uip_RunScript(env, QString()));
+    EXPECT_TRUE(Uip_RunScript(env, QStringLiteral("  ;; ")));
 }
 
 TEST_F(ScriptEval, DelayedScriptRunsOnALaterTurnOfTheEventLoop)

@@ -36,10 +36,8 @@ struct Shape
 
 const Shape kAccepted[] = {
     {"", "StatementBlock\n"},
-    {" \t\n  ", "StatementBlock\n"},
     {";;", "StatementBlock\n"},
     {"Play()", "StatementBlock\n   FunctionCall\n      Identifier Play\n"},
-    {"Select(Row)", "StatementBlock\n   FunctionCall\n      Identifier Select\n      Identifier Row\n"},
     {"Select( (Row) )", "StatementBlock\n   FunctionCall\n      Identifier Select\n      Identifier Row\n"},
     {"Rename(\"a b;c=(d)\")",
      "StatementBlock\n   FunctionCall\n      Identifier Rename\n      StringLiteral \"a b;c=(d)\"\n"},
@@ -54,17 +52,12 @@ const Shape kAccepted[] = {
      "StatementBlock\n   FunctionCall\n      Identifier Player.Transport:Play\n   Assign\n"
      "      Identifier List[2].Name\n      Identifier $Window.Sel_1\n"},
     {"\"x\" = y", "StatementBlock\n   Assign\n      StringLiteral \"x\"\n      Identifier y\n"},
-    {"\"lit\"()", "StatementBlock\n   FunctionCall\n      StringLiteral \"lit\"\n"},
-    {"\"\"", "StatementBlock\n   StringLiteral \"\"\n"},
     {"Note = \"two\nlines\"", "StatementBlock\n   Assign\n      Identifier Note\n      StringLiteral \"two\\nlines\"\n"},
-    {"x = false", "StatementBlock\n   Assign\n      Identifier x\n      BooleanLiteral false\n"},
-    {"Grüße.Öffnen()", "StatementBlock\n   FunctionCall\n      Identifier Grüße.Öffnen\n"},
     // A boolean literal swallows the rest of the script, line breaks,
     // statements and unbalanced parentheses included.
     {"Mute = true; Play()", "StatementBlock\n   Assign\n      Identifier Mute\n      BooleanLiteral true\n"},
     {"a = false)\n(b = c", "StatementBlock\n   Assign\n      Identifier a\n      BooleanLiteral false\n"},
     {"trueColor = x", "StatementBlock\n   BooleanLiteral true\n"},
-    {"Go(); falsetto", "StatementBlock\n   FunctionCall\n      Identifier Go\n   BooleanLiteral false\n"},
 };
 
 TEST(ScriptParser, AcceptedShapes)
@@ -85,27 +78,19 @@ const Failure kRejected[] = {
     {")", "Unmatched close paren", 1, 1},
     {"f(x) )", "Unmatched close paren", 1, 6},
     {"f(x", "Unmatched open paren", 1, 2},
-    {"f((x)", "Unmatched open paren", 1, 2},
     {"f(x; g()", "Unmatched open paren", 1, 2},
     {"f(true)", "Unmatched open paren", 1, 2}, // the literal ate the ")"
     {"f(a b)", "Multiple arguments not supported yet", 1, 5},
-    {"f(g(x))", "Multiple arguments not supported yet", 1, 5},
     {"Select(2)", "Unknown token in parenthesis", 1, 8},
     {"f(a, b)", "Unknown token in parenthesis", 1, 4},
-    {"f(a = b)", "Unknown token in parenthesis", 1, 5},
     {"f(\"open)", "Unknown token in parenthesis", 1, 3},
     {"= a", "No expression on left side of assignment", 1, 1},
     {"a = = b", "No expression on left side of assignment", 1, 5},
-    {"=", "No expression on left side of assignment", 1, 1},
     {"a =", "No expression on right side of assignment", 1, 3},
-    {"a = ; b", "No expression on right side of assignment", 1, 3},
     {"(x)", "No function before argument list", 1, 1},
     {"f(x)(y)", "No function before argument list", 1, 5},
-    {"a = (x)", "No function before argument list", 1, 5},
     {"a b", "unexpected", 1, 3},
     {"a #", "unexpected", 1, 3},
-    {"#", "unexpected", 1, 1},
-    {"f() g", "unexpected", 1, 5},
     {"Value = \"abc", "unexpected", 1, 9},
     {"a = b;\n  Play() 7", "unexpected", 2, 10},
 };
@@ -121,8 +106,7 @@ TEST(ScriptParser, ErrorsWithTheirPlace)
 TEST(ScriptParser, NullErrorIsAllowed)
 {
     EXPECT_EQ(nullptr, Uip_ParseScript(QStringLiteral("f(x"), nullptr));
-    std::unique_ptr<Uip_ParseNode> root(Uip_ParseScript(QStringLiteral("f(x)"), nullptr));
-    EXPECT_NE(nullptr, root);
+    EXPECT_NE(nullptr, std::unique_ptr<Uip_ParseNode>(Uip_ParseScript(QStringLiteral("f(x)"), nullptr)));
 }
 
 // The two safeguards below cannot be reached from a script (the scanner
@@ -150,7 +134,6 @@ TEST(ScriptScanner, AgreesWithTheTokenPatterns)
     const char* const scripts[] = {
         "a = b; c(d)",
         "x1_y.$z[0]:w = \"q\"",
-        "  $Window.Foo  ",
         "true",
         "falsetto; x",
         "a\n=\ttrue\n;b",
@@ -158,11 +141,8 @@ TEST(ScriptScanner, AgreesWithTheTokenPatterns)
         "\xd9\xa3x", // an Arabic-Indic digit starts no identifier
         "x\xd9\xa3 = y", // but may follow a letter
         "\"open",
-        "\"\"\"",
         "f(-1)",
-        "a-b",
         "\xf0\x9d\x90\x80 = b", // a letter outside the basic plane
-        "_x",
         "tru = e",
     };
     for (const char* s : scripts)
