@@ -104,8 +104,8 @@ public:
     QStringList log;
 };
 
-// A paint device that records the texts drawn on it: where (device
-// coordinates, start of the baseline), in which pen colour and font.
+// A 400 x 100 paint device at 96 dpi that records the texts drawn on it: where
+// (device coordinates, start of the baseline), in which pen colour and font.
 class TextRecorder : public QPaintDevice
 {
 public:
@@ -116,19 +116,16 @@ public:
         QColor color;
         QFont font;
     };
-
     TextRecorder();
     ~TextRecorder() override;
-    QPaintEngine* paintEngine() const override;
-
+    QPaintEngine* paintEngine() const override { return mEngine.get(); }
     std::vector<Text> drawn;
 
 protected:
     int metric(PaintDeviceMetric metric) const override;
 
 private:
-    class Engine;
-    std::unique_ptr<Engine> mEngine;
+    std::unique_ptr<QPaintEngine> mEngine;
 };
 
 #endif
