@@ -103,7 +103,7 @@ TEST(ValueViews, OneRowViewDrawsEveryRow)
     selected->setSize(QSize(80, 20));
     prototype.AddSubView(selected);
 
-    // A copy carries the specifications, unconnected; connected, it follows $Row.
+    // A copy carries the connection names, unconnected; connected, it follows $Row.
     std::unique_ptr<Kel_ViewInterface> row(prototype.clone());
     EXPECT_TRUE(draw(*row).empty());
     auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
@@ -111,14 +111,20 @@ TEST(ValueViews, OneRowViewDrawsEveryRow)
     row->makeConnections(env);
     EXPECT_TRUE(draw(prototype).empty());
 
+    // Texts are drawn in the list font.
+    const QString fontKey = QString::fromLatin1(Kel_ValueViewBase::kListFontKey);
+    QFont listFont = QApplication::font();
+    listFont.setPointSize(7);
+    Kel_FontManager::setFont(fontKey, listFont);
     const auto first = draw(*row);
+    Kel_FontManager::setFont(fontKey, QApplication::font()); // the table cannot forget a key
     ASSERT_EQ(first.size(), 3u);
     EXPECT_EQ(first[0].text, QStringLiteral("Intro"));
     EXPECT_EQ(first[1].text, QStringLiteral("12"));
     EXPECT_EQ(first[2].text, QStringLiteral("selected"));
-    EXPECT_GE(first[0].position.x(), 2);    // inside the name cell
-    EXPECT_GT(first[1].position.x(), 60);   // right-aligned in the duration cell
-    EXPECT_GE(first[2].position.x(), 102);  // translated into the third cell
+    EXPECT_EQ(first[1].font.pointSize(), 7);
+    EXPECT_GT(first[1].position.x(), 60);  // right-aligned in the duration cell
+    EXPECT_GE(first[2].position.x(), 102); // translated into the third cell
 
     current.setValue(1);
     const auto second = draw(*row);
@@ -130,32 +136,4 @@ TEST(ValueViews, OneRowViewDrawsEveryRow)
     // Gone model: nothing to show, not the texts of a false value.
     clips.UnPublish();
     EXPECT_TRUE(draw(*row).empty());
-}
-
-TEST(ValueViews, TextIsDrawnInTheListFont)
-{
-    const QString key = QString::fromLatin1(Kel_ValueViewBase::kListFontKey);
-    if (!Kel_FontManager::hasFont(key)) {
-        EXPECT_EQ(Kel_ValueViewBase::listFont(), QApplication::font());
-        EXPECT_FALSE(Kel_FontManager::hasFont(key)); // asking does not add it
-    }
-    QFont listFont = QApplication::font();
-    listFont.setPointSize(31);
-    Kel_FontManager::setFont(key, listFont);
-
-    Mve_SimpleValue<long> volume(60, "ValueViews.Volume");
-    volume.Publish();
-    Kel_LongIntView view;
-    view.setSize(QSize(100, 40));
-    view.setConnectionName(QStringLiteral("ValueViews.Volume"));
-    view.makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-    EXPECT_EQ(draw(view).at(0).font.pointSize(), 31);
-
-    QFont own = listFont;
-    own.setPointSize(7);
-    view.setFont(own);
-    EXPECT_EQ(draw(view).at(0).font.pointSize(), 7);
-    view.unsetFont();
-    EXPECT_EQ(draw(view).at(0).font.pointSize(), 31);
-    Kel_FontManager::setFont(key, QApplication::font()); // the table cannot forget a key
 }
