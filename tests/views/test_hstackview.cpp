@@ -74,6 +74,8 @@ TEST(HStackView, MovesCellsAndKeepsProxiesOutOfTheIndexes)
     stack.moveView(-1, 2); // out of range: ignored
     stack.moveView(1, 7);  // likewise
     EXPECT_EQ(layout(stack), (QStringList{"B 0,0 20x10", "C 20,0 30x10", "D 50,0 40x10", "A 90,0 10x10"}));
+    stack.moveView(3, 1);
+    EXPECT_EQ(layout(stack), (QStringList{"B 0,0 20x10", "A 20,0 10x10", "C 30,0 30x10", "D 60,0 40x10"}));
 
     const int destroyed = ProbeView::sDestroyed;
     auto* proxy = new ProbeView(QStringLiteral("Drag"), QRect(15, 0, 10, 10), 1);
@@ -93,5 +95,5 @@ TEST(HStackView, MovesCellsAndKeepsProxiesOutOfTheIndexes)
 
     stack.clearProxyViews();
     EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
-    EXPECT_EQ(stack.findUiName(QPoint(22, 5)), QStringLiteral("Row.C"));
+    EXPECT_EQ(stack.findUiName(QPoint(22, 5)), QStringLiteral("Row.A"));
 }
