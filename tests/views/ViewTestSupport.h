@@ -44,7 +44,6 @@ public:
     void mouseMoveEvent(QMouseEvent* e, const QPoint& p) override { take(e, "move", p, takesMouse); }
     void dragEnterEvent(QDragEnterEvent* e, const QPoint& p) override { take(e, "enter", p, takesDrags); }
     void dragMoveEvent(QDragMoveEvent* e, const QPoint& p) override { take(e, "dragmove", p, takesDrags); }
-    void dropEvent(QDropEvent* e, const QPoint& p) override { take(e, "drop", p, takesDrags); }
     void dragLeaveEvent(QDragLeaveEvent*, const QPoint&) override { note(QStringLiteral("leave ") + getName()); }
     void keyPressEvent(QKeyEvent* e) override
     {
