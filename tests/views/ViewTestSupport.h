@@ -2,6 +2,8 @@
 #ifndef VIEWTESTSUPPORT_H
 #define VIEWTESTSUPPORT_H
 
+#include "Kel_BridgeQWidget.h"
+#include "Kel_ContainerViewBase.h"
 #include "Kel_ViewBase.h"
 #include "Kel_ViewContainerInterface.h"
 #include "TestSupport.h"
@@ -11,6 +13,8 @@
 #include <QFont>
 #include <QPainter>
 #include <QStringList>
+#include <QTest>
+#include <gtest/gtest.h>
 #include <memory>
 #include <vector>
 
@@ -100,6 +104,33 @@ public:
         log << QStringLiteral("overlay %1 %2,%3").arg(child->getName()).arg(x).arg(y);
     }
     void removeView(Kel_ViewInterface*) override {}
+    QStringList log;
+};
+
+// A container named "Panel" of the given size in a plain bridge named
+// "Bridge" in a shown window of that size.
+struct HostedPanel
+{
+    explicit HostedPanel(const QSize& size = QSize(200, 100))
+    {
+        bridge = new Kel_BridgeQWidget(&window, "Bridge");
+        panel = new Kel_ContainerViewBase;
+        panel->setName(QStringLiteral("Panel"));
+        panel->setSize(size);
+        bridge->setChild(panel);
+        window.resize(size);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+    }
+    ProbeView* add(const QString& name, const QRect& rect, long z = 0)
+    {
+        auto* view = new ProbeView(name, rect, z, &log);
+        panel->AddSubView(view);
+        return view;
+    }
+    QWidget window;
+    Kel_BridgeQWidget* bridge;
+    Kel_ContainerViewBase* panel;
     QStringList log;
 };
 

@@ -1,30 +1,20 @@
 // The plain bridge: size, painting, names and tool tips of its view.
-#include "Kel_BridgeQWidget.h"
-#include "Kel_ContainerViewBase.h"
 #include "ViewTestSupport.h"
 
 #include <QApplication>
 #include <QHelpEvent>
-#include <QTest>
 #include <QToolTip>
 #include <gtest/gtest.h>
 
 TEST(BridgeQWidget, FollowsItsViewInSizePaintNamesAndTips)
 {
-    QWidget window;
-    auto* bridge = new Kel_BridgeQWidget(&window, "Bridge");
-    auto* panel = new Kel_ContainerViewBase;
-    panel->setName(QStringLiteral("Panel"));
-    panel->setSize(QSize(120, 40));
-    auto* box = new ProbeView(QStringLiteral("Box"), QRect(10, 10, 20, 20));
+    HostedPanel host(QSize(120, 40));
+    Kel_BridgeQWidget* bridge = host.bridge;
+    Kel_ContainerViewBase* panel = host.panel;
+    ProbeView* box = host.add(QStringLiteral("Box"), QRect(10, 10, 20, 20));
     box->fill = Qt::blue;
     box->tip = QStringLiteral("Box tip");
-    panel->AddSubView(box);
-    bridge->setChild(panel);
-    window.resize(300, 100);
-    window.setToolTip(QStringLiteral("window tip"));
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    host.window.setToolTip(QStringLiteral("window tip"));
 
     EXPECT_EQ(bridge->size(), QSize(120, 40));
     panel->setSizeAndNotifyParent(QSize(160, 50));

@@ -2,8 +2,6 @@
 // ownership of sub-views and copies. Input arrives through a plain bridge
 // as real Qt events.
 #define QTEST_QPA_MOUSE_HANDLING
-#include "Kel_BridgeQWidget.h"
-#include "Kel_ContainerViewBase.h"
 #include "ViewTestSupport.h"
 
 #include <QApplication>
@@ -12,36 +10,6 @@
 #include <QPainter>
 #include <QTest>
 #include <gtest/gtest.h>
-
-namespace {
-
-// A container of 200 x 100 named "Panel" in a plain bridge in a shown window.
-struct HostedPanel
-{
-    HostedPanel()
-    {
-        bridge = new Kel_BridgeQWidget(&window, "Bridge");
-        panel = new Kel_ContainerViewBase;
-        panel->setName(QStringLiteral("Panel"));
-        panel->setSize(QSize(200, 100));
-        bridge->setChild(panel);
-        window.resize(200, 100);
-        window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
-    }
-    ProbeView* add(const QString& name, const QRect& rect, long z = 0)
-    {
-        auto* view = new ProbeView(name, rect, z, &log);
-        panel->AddSubView(view);
-        return view;
-    }
-    QWidget window;
-    Kel_BridgeQWidget* bridge;
-    Kel_ContainerViewBase* panel;
-    QStringList log;
-};
-
-} // namespace
 
 TEST(ContainerView, PressGoesDownTheZOrderUntilAViewTakesIt)
 {
