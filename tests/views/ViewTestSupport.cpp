@@ -31,20 +31,8 @@ TextRecorder::TextRecorder() : mEngine(new Engine(this)) {}
 
 TextRecorder::~TextRecorder() = default;
 
-int TextRecorder::metric(PaintDeviceMetric metric) const
+int TextRecorder::metric(PaintDeviceMetric m) const
 {
-    switch (metric) {
-    case PdmWidth:
-        return 400;
-    case PdmHeight:
-        return 100;
-    case PdmNumColors:
-        return 0x7fffffff;
-    case PdmDepth:
-        return 32;
-    case PdmDevicePixelRatio:
-        return 1;
-    default: // the resolutions and the millimetre sizes
-        return 96;
-    }
+    return m == PdmWidth ? 400 : m == PdmHeight ? 100 : m == PdmDepth ? 32 : m == PdmDevicePixelRatio ? 1
+        : m == PdmNumColors ? 0x7fffffff : 96; // the resolutions and the millimetre sizes
 }

@@ -81,27 +81,6 @@ TEST(BridgeQScrollArea, ContentIsNeverSmallerThanTheVisibleArea)
     EXPECT_EQ(host.content->getSize(), QSize(host.area->visibleWidth(), 600));
 }
 
-TEST(BridgeQScrollArea, EnsureRectVisibleScrollsAsLittleAsNeeded)
-{
-    ScrollHost host(QSize(1000, 1000));
-    host.area->ensureRectVisible(QRect(10, 10, 50, 20));
-    EXPECT_EQ(host.visible().topLeft(), QPoint(0, 0));
-
-    // Below: centred; an empty width leaves the horizontal position alone.
-    const QRect below(500, 300, 0, 20);
-    host.area->ensureRectVisible(below);
-    EXPECT_EQ(host.h()->value(), 0);
-    EXPECT_LE(std::abs(host.visible().center().y() - below.center().y()), 1);
-
-    // Above: lined up with the top edge.
-    host.area->ensureRectVisible(QRect(0, 100, 10, 20));
-    EXPECT_EQ(host.visible().topLeft(), QPoint(0, 100));
-
-    // Right: the right edges line up, the last column of the rectangle one short.
-    host.area->ensureRectVisible(QRect(300, 120, 50, 10));
-    EXPECT_EQ(host.visible().right(), 348);
-}
-
 TEST(BridgeQScrollArea, DragNearAnEdgeScrollsFasterAndFaster)
 {
     ScrollHost host(QSize(400, 20000));
@@ -147,9 +126,26 @@ TEST(BridgeQScrollArea, DragNearAnEdgeScrollsFasterAndFaster)
     EXPECT_EQ(tick(), QPoint(-1, -1));
 }
 
-TEST(BridgeQScrollArea, InputReachesTheViewInContentCoordinates)
+TEST(BridgeQScrollArea, ScrollsRectanglesIntoSightAndTakesInputInContentCoordinates)
 {
     ScrollHost host(QSize(400, 2000));
+    host.area->ensureRectVisible(QRect(10, 10, 50, 20));
+    EXPECT_EQ(host.visible().topLeft(), QPoint(0, 0));
+
+    // Below: centred; an empty width leaves the horizontal position alone.
+    const QRect below(500, 300, 0, 20);
+    host.area->ensureRectVisible(below);
+    EXPECT_EQ(host.h()->value(), 0);
+    EXPECT_LE(std::abs(host.visible().center().y() - below.center().y()), 1);
+
+    // Above: lined up with the top edge.
+    host.area->ensureRectVisible(QRect(0, 100, 10, 20));
+    EXPECT_EQ(host.visible().topLeft(), QPoint(0, 100));
+
+    // Right: the right edges line up, the last column of the rectangle one short.
+    host.area->ensureRectVisible(QRect(300, 120, 50, 10));
+    EXPECT_EQ(host.visible().right(), 348);
+
     host.v()->setValue(300);
     host.h()->setValue(20);
 
