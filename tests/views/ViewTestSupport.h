@@ -4,8 +4,6 @@
 
 #include "Kel_BridgeQWidget.h"
 #include "Kel_ContainerViewBase.h"
-#include "Kel_ViewBase.h"
-#include "Kel_ViewContainerInterface.h"
 #include "TestSupport.h"
 
 #include <QColor>

@@ -6,12 +6,9 @@
 #include "ViewTestSupport.h"
 
 #include <QApplication>
-#include <QDragEnterEvent>
 #include <QMimeData>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QTest>
-#include <gtest/gtest.h>
 #include <cstdlib>
 
 namespace {

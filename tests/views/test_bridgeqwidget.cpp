@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QHelpEvent>
 #include <QToolTip>
-#include <gtest/gtest.h>
 
 TEST(BridgeQWidget, FollowsItsViewInSizePaintNamesAndTips)
 {
