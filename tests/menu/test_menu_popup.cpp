@@ -3,7 +3,6 @@
 #include "MenuTestSupport.h"
 #include "Mnu_CommandSegment.h"
 #include "Mnu_ListSegment.h"
-#include "Mnu_RadioItemsSegment.h"
 #include "Mnu_RadioListSegment.h"
 #include "Mv_Utils.h"
 #include "Mve_Action.h"
@@ -12,7 +11,6 @@
 #include "Uip_RunScript.h"
 
 #include <QPixmap>
-#include <QProxyStyle>
 
 using namespace menutest;
 
@@ -247,23 +245,6 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
     close(popup);
 }
 
-TEST_F(PopupTest, AListWithoutSelectionFieldIsDisabledAndIgnoresActivation)
-{
-    Mve_RecordArray names("Popup.Names");
-    names.addField<QString>("name");
-    names.addField<QString>("id");
-    names.Publish();
-    names.setValue<QString>(names.appendRow(), "name", "only");
-    auto menu = menuFromXml("<Menu>" + list("Popup.Names") + "</Menu>");
-    Mnu_Segment* segment = menu->getMenu()->getSegmentAt(0);
-    EXPECT_FALSE(segment->isEnabled(true));
-    EXPECT_TRUE(segment->activate(Mnu_MenuID(reinterpret_cast<void*>(1))));
-    EXPECT_EQ(segment->getItemCount(), 1);
-    open(menu->getPopupMenu());
-    EXPECT_TRUE(items(menu->getPopupMenu()).isEmpty());
-    close(menu->getPopupMenu());
-}
-
 TEST_F(PopupTest, ChoosingARadioListItemWritesItsIdentifier)
 {
     Mve_RecordArray speeds("Popup.Speeds");
@@ -398,7 +379,6 @@ TEST_F(PopupTest, SubmenusAreBuiltFromTheirOwnMenusAndFoundByPath)
     QAction* gridItem = popup->getItemByPath("Grid");
     ASSERT_NE(gridItem, nullptr);
     ASSERT_NE(gridItem->menu(), nullptr);
-    EXPECT_TRUE(items(gridItem->menu()).isEmpty() == false);
     EXPECT_EQ(popup->getItemByPath("Grid.Snap"), gridItem->menu()->actions().at(0));
     EXPECT_EQ(popup->getItemByPath(".Grid..Snap."), gridItem->menu()->actions().at(0));
     EXPECT_EQ(popup->getItemByPath("Grid/Snap"), nullptr);
@@ -417,18 +397,6 @@ TEST_F(PopupTest, SubmenusAreBuiltFromTheirOwnMenusAndFoundByPath)
     QTest::mouseClick(grid, Qt::LeftButton, Qt::NoModifier, grid->actionGeometry(grid->actions().at(0)).center());
     EXPECT_TRUE(snap.getValue());
     close(popup);
-
-    EXPECT_EQ(menu->tstGetItemText("Grid.Snap"), "Snap");
-    EXPECT_TRUE(menu->tstGetItemChecked("Grid.Snap"));
-    Mnu_Manager* owner = nullptr;
-    Mnu_Segment* segment = nullptr;
-    int index = -1;
-    ASSERT_TRUE(menu->tstFindItemByPath("Grid.Snap", &owner, &segment, &index));
-    EXPECT_EQ(owner->getMenu()->getName(), "Grid");
-    EXPECT_EQ(segment->getName(), "Snap");
-    EXPECT_EQ(index, 0);
-    EXPECT_TRUE(menu->tstActivateItem("Grid.Snap"));
-    EXPECT_FALSE(snap.getValue());
 }
 
 namespace {
@@ -477,54 +445,4 @@ TEST_F(PopupTest, TwoFactoriesUnderOneNameAreUsedInTurn)
     Mnu_QtManager manager(nullptr, name.data());
     EXPECT_EQ(manager.getMenu(), nullptr);
     EXPECT_FALSE(manager.instantiateMenus());
-}
-
-TEST_F(PopupTest, TextsAcceleratorsAndHelpFollowTheirModels)
-{
-    Mve_SimpleValue<QString> key("Ctrl+K", "Popup.Key");
-    Mve_SimpleValue<QString> help("Plays from the start", "Popup.Help");
-    Mve_SimpleValue<QString> why("Nothing to play", "Popup.Why");
-    Mve_SimpleValue<bool> canPlay(false, "Popup.CanPlay");
-    for (Mv_ModelBase* model : std::initializer_list<Mv_ModelBase*>{&key, &help, &why, &canPlay})
-        model->Publish();
-    auto menu = menuFromXml("<Menu>"
-                            + command("Play", "Popup.Play()",
-                                      "<Accelerator>Ctrl+J</Accelerator>"
-                                      "<AcceleratorConnectionName>Popup.Key</AcceleratorConnectionName>"
-                                      "<WhatsThisText>Plays</WhatsThisText>"
-                                      "<WhatsThisConnectionName>Popup.Help</WhatsThisConnectionName>"
-                                      "<WhyDisabledConnectionName>Popup.Why</WhyDisabledConnectionName>"
-                                      "<EnableConnectionName>Popup.CanPlay</EnableConnectionName>")
-                            + command("Icon", "Popup.Play()", "<Icon>Images/Play.png</Icon>") + "</Menu>");
-    Kel_PopupMenu* popup = menu->getPopupMenu();
-    open(popup);
-    QAction* item = popup->actions().at(0);
-    EXPECT_EQ(item->shortcut(), QKeySequence("Ctrl+K"));
-    EXPECT_EQ(item->whatsThis(), "Nothing to play");
-    EXPECT_FALSE(popup->actions().at(1)->icon().isNull());
-    close(popup);
-
-    canPlay.setValue(true);
-    key.setValue(QString(""));
-    open(popup);
-    item = popup->actions().at(0);
-    EXPECT_TRUE(item->isEnabled());
-    EXPECT_EQ(item->whatsThis(), "Plays from the start");
-    EXPECT_EQ(item->shortcut(), QKeySequence("Ctrl+J"));
-    close(popup);
-
-    help.setValue(QString());
-    open(popup);
-    EXPECT_EQ(popup->actions().at(0)->whatsThis(), "Plays");
-    close(popup);
-}
-
-TEST_F(PopupTest, TheStyleOverrideModelStylesEveryMenu)
-{
-    QProxyStyle style;
-    Mve_SimpleValue<QProxyStyle*> styleOverride(&style, "PellaTool.StyleOverride");
-    styleOverride.Publish();
-    auto menu = menuFromXml("<Menu>" + command("Play", "Popup.Play()") + "</Menu>");
-    EXPECT_EQ(menu->getPopupMenu()->style(), &style);
-    menu.reset();
 }
