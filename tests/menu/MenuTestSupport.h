@@ -78,6 +78,15 @@ inline QStringList items(QMenu* menu)
     return texts;
 }
 
+// The items seen when the menu is opened; the menu is closed again.
+inline QStringList opened(QMenu* menu)
+{
+    open(menu);
+    const QStringList seen = items(menu);
+    close(menu);
+    return seen;
+}
+
 inline QAction* itemWithText(QMenu* menu, const QString& text)
 {
     for (QAction* action : menu->actions()) {

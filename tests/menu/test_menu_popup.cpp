@@ -38,6 +38,7 @@ struct ListModel
         array.addField<QString>("name");
         array.addField<QString>("id");
         array.addField<QString>("accelerator");
+        array.addField<QString>("accel"); // what a radio list reads
         array.addField<QString>("iconName");
         array.addField<QPixmap>("icon");
         array.addField<bool>("selected");
@@ -105,9 +106,7 @@ TEST_F(PopupTest, OpeningAgainRebuildsFromTheModelsWithoutDuplicates)
     close(popup);
     // An empty model text falls back to the static text.
     cutText.setValue(QString());
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Cut", "-", "Copy"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"Cut", "-", "Copy"}));
 }
 
 TEST_F(PopupTest, SeparatorsNeverLeadDoubleOrTrail)
@@ -135,9 +134,7 @@ TEST_F(PopupTest, SeparatorsNeverLeadDoubleOrTrail)
     for (const auto& c : cases) {
         auto menu = menuFromXml("<Menu>" + c.segments + "</Menu>");
         for (int opening = 0; opening < 2; ++opening) {
-            open(menu->getPopupMenu());
-            EXPECT_EQ(items(menu->getPopupMenu()), c.expected) << c.segments.toStdString();
-            close(menu->getPopupMenu());
+            EXPECT_EQ(opened(menu->getPopupMenu()), c.expected) << c.segments.toStdString();
         }
     }
 }
@@ -165,19 +162,14 @@ TEST_F(PopupTest, ItemsAndMenusWhoseModelsCannotBeReachedAreHiddenOrDisabled)
     // is there, its value decides.
     auto hiddenMenu = menuFromXml("<Menu><VisibleConnectionName>Popup.MenuShown</VisibleConnectionName>"
                                   + command("Item", "Popup.Play()") + "</Menu>");
+    Kel_PopupMenu* hidden = hiddenMenu->getPopupMenu();
     EXPECT_FALSE(hiddenMenu->isInstantiated());
-    open(hiddenMenu->getPopupMenu());
-    EXPECT_TRUE(items(hiddenMenu->getPopupMenu()).isEmpty());
-    close(hiddenMenu->getPopupMenu());
+    EXPECT_TRUE(opened(hidden).isEmpty());
     Mve_SimpleValue<bool> shown(true, "Popup.MenuShown");
     shown.Publish();
-    open(hiddenMenu->getPopupMenu());
-    EXPECT_EQ(items(hiddenMenu->getPopupMenu()), QStringList({"Item"}));
-    close(hiddenMenu->getPopupMenu());
+    EXPECT_EQ(opened(hidden), QStringList({"Item"}));
     shown.setValue(false);
-    open(hiddenMenu->getPopupMenu());
-    EXPECT_TRUE(items(hiddenMenu->getPopupMenu()).isEmpty());
-    close(hiddenMenu->getPopupMenu());
+    EXPECT_TRUE(opened(hidden).isEmpty());
 }
 
 TEST_F(PopupTest, ChoosingABooleanItemTogglesItsModel)
@@ -200,9 +192,7 @@ TEST_F(PopupTest, ChoosingABooleanItemTogglesItsModel)
     muted.setReadOnly(true);
     choose(popup, "Mute");
     EXPECT_FALSE(muted.getValue());
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Mute"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"Mute"}));
 }
 
 TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
@@ -229,9 +219,7 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
     EXPECT_TRUE(recent.selected(0));
     choose(popup, "outro.wav");
     EXPECT_FALSE(recent.selected(outro));
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"[x]intro.wav", "outro.wav"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"[x]intro.wav", "outro.wav"}));
 
     // Elements appear and disappear with the array.
     recent.array.setValue<QPixmap>(recent.add("new.wav", "19"), "icon", QPixmap(4, 4));
@@ -240,24 +228,15 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
     EXPECT_FALSE(popup->actions().at(2)->icon().isNull());
     close(popup);
     recent.array.clearRows();
-    open(popup);
-    EXPECT_TRUE(items(popup).isEmpty());
-    close(popup);
+    EXPECT_TRUE(opened(popup).isEmpty());
 }
 
 TEST_F(PopupTest, ChoosingARadioListItemWritesItsIdentifier)
 {
-    Mve_RecordArray speeds("Popup.Speeds");
-    speeds.addField<QString>("name");
-    speeds.addField<QString>("id");
-    speeds.addField<QString>("accel");
-    speeds.Publish();
-    for (const auto& row : {std::make_pair("Slow", "0.5"), std::make_pair("Normal", "1"), std::make_pair("Fast", "2")}) {
-        const long r = speeds.appendRow();
-        speeds.setValue<QString>(r, "name", row.first);
-        speeds.setValue<QString>(r, "id", row.second);
-    }
-    speeds.setValue<QString>(2, "accel", "Ctrl+F");
+    ListModel speeds("Popup.Speeds");
+    speeds.add("Slow", "0.5");
+    speeds.add("Normal", "1");
+    speeds.array.setValue<QString>(speeds.add("Fast", "2"), "accel", "Ctrl+F");
     Mve_SimpleValue<QString> speed("1", "Popup.Speed");
     speed.Publish();
     auto menu = menuFromXml("<Menu><RadioListSegment><ItemsConnectionName>Popup.Speeds</ItemsConnectionName>"
@@ -285,9 +264,7 @@ TEST_F(PopupTest, ChoosingARadioListItemWritesItsIdentifier)
     // A value that matches no element checks nothing; choosing then works.
     speed.setValue("9");
     EXPECT_FALSE(segment->getCurrentItemID().IsValid());
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Slow", "Normal", "Fast"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"Slow", "Normal", "Fast"}));
     choose(popup, "Slow");
     EXPECT_EQ(speed.getValue(), "0.5");
     // A change of the model is followed even while the items stay.
@@ -353,9 +330,7 @@ TEST_F(PopupTest, ACommandRunsItsScriptOnceTheMenuHasClosed)
 
     // A disabled action model disables the item at the next opening.
     play.setEnabled(false);
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Play(off)"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"Play(off)"}));
 }
 
 TEST_F(PopupTest, SubmenusAreBuiltFromTheirOwnMenusAndFoundByPath)
