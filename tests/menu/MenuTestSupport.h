@@ -24,36 +24,16 @@ inline QString resourceDir()
 }
 
 // A connected stand-alone menu read from the text of a <Menu> element.
-inline std::unique_ptr<Mnu_QtManager> menuFromXml(const QString& xml,
-                                                  Mv_ConnectionEnvironment::ConstPtr env =
-                                                      Mv_ConnectionEnvironment::blankEnvironment())
+inline std::unique_ptr<Mnu_QtManager> menuFromXml(const QString& xml)
 {
     QDomDocument document;
     EXPECT_TRUE(document.setContent(xml)) << xml.toStdString();
     QDomElement root = document.documentElement();
     std::unique_ptr<Mnu_QtManager> manager(new Mnu_QtManager());
     EXPECT_TRUE(manager->setMenus(&root));
-    manager->makeConnections(env);
+    manager->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
     manager->instantiateMenus();
     return manager;
-}
-
-QStringList items(QMenu* menu);
-
-// Shows the menu as a user would open it (Qt emits aboutToShow). Qt does
-// not show a menu that has no items after that.
-inline void open(QMenu* menu)
-{
-    menu->popup(QPoint(40, 40));
-    if (!items(menu).isEmpty()) {
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
-    }
-}
-
-inline void close(QMenu* menu)
-{
-    menu->hide();
-    waitFor([menu] { return !menu->isVisible(); });
 }
 
 // The items as the user sees them: texts, "-" for separators, "[x]" before
@@ -76,6 +56,22 @@ inline QStringList items(QMenu* menu)
         texts << text;
     }
     return texts;
+}
+
+// Shows the menu as a user would open it (Qt emits aboutToShow). Qt does
+// not show a menu that has no items after that.
+inline void open(QMenu* menu)
+{
+    menu->popup(QPoint(40, 40));
+    if (!items(menu).isEmpty()) {
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(menu));
+    }
+}
+
+inline void close(QMenu* menu)
+{
+    menu->hide();
+    waitFor([menu] { return !menu->isVisible(); });
 }
 
 // The items seen when the menu is opened; the menu is closed again.

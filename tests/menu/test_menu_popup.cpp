@@ -133,9 +133,8 @@ TEST_F(PopupTest, SeparatorsNeverLeadDoubleOrTrail)
     };
     for (const auto& c : cases) {
         auto menu = menuFromXml("<Menu>" + c.segments + "</Menu>");
-        for (int opening = 0; opening < 2; ++opening) {
+        for (int opening = 0; opening < 2; ++opening)
             EXPECT_EQ(opened(menu->getPopupMenu()), c.expected) << c.segments.toStdString();
-        }
     }
 }
 
