@@ -1,8 +1,19 @@
 #include "Mv_ConnectionDict.h"
 
+#include "Mv_Announcement.h"
 #include "Mv_ConnectionDict_p.h"
 #include "Mv_ListenerBase.h"
 #include "Mv_ModelBase.h"
+
+namespace {
+
+quint64 nextGeneration()
+{
+    static quint64 generation = 0;
+    return ++generation;
+}
+
+} // namespace
 
 Mv_ConnectionDict::Mv_ConnectionDict()
     : mModelCount(0)
@@ -11,24 +22,23 @@ Mv_ConnectionDict::Mv_ConnectionDict()
 
 Mv_ConnectionDict::~Mv_ConnectionDict()
 {
-    // Entries vanish as they empty, so restart from the first one each time.
-    while (!mEntries.isEmpty()) {
-        Mv_DictEntry* entry = mEntries.begin().value();
-        if (entry->model) {
-            entry->model->UnPublish();
-            continue;
+    // Everything leaves first, then the listeners hear of it: whatever they
+    // do from their callbacks (destroy models, this dictionary's owner,
+    // publish here again) meets a consistent, empty dictionary.
+    mDying = true;
+    Mv_Announcement announcement;
+    for (Mv_DictEntry* entry : qAsConst(mEntries)) {
+        if (Mv_ModelBase* model = entry->model) {
+            model->mEntryP = nullptr;
+            model->mDictP = nullptr;
+            commitDetach(entry);
         }
-        if (entry->first) {
-            Mv_ListenerBase* top = entry->first;
-            while (top->mElementListenerP)
-                top = top->mElementListenerP;
-            top->detach();
-            top->refreshConnected(false);
-            continue;
-        }
-        mEntries.erase(mEntries.begin());
-        delete entry;
+        entry->dict = nullptr;
+        announcement.add(entry);
     }
+    mEntries.clear();
+    mModelCount = 0;
+    announcement.run();
 }
 
 Mv_ConnectionDict* Mv_ConnectionDict::Singleton()
@@ -64,17 +74,43 @@ int Mv_ConnectionDict::listenerCount(const QString& name) const
 
 Mv_DictEntry* Mv_ConnectionDict::acquire(const QString& name)
 {
+    if (mDying)
+        return nullptr;
     Mv_DictEntry*& slot = mEntries[name];
     if (!slot)
         slot = new Mv_DictEntry(this, name);
     return slot;
 }
 
+Mv_DictEntry* Mv_ConnectionDict::commitAttach(const QString& name, Mv_ModelBase* model)
+{
+    Mv_DictEntry* entry = acquire(name);
+    if (!entry)
+        return nullptr;
+    if (entry->model) {
+        releaseIfUnused(entry);
+        return nullptr;
+    }
+    entry->model = model;
+    entry->generation = nextGeneration();
+    ++mModelCount;
+    return entry;
+}
+
+void Mv_ConnectionDict::commitDetach(Mv_DictEntry* entry)
+{
+    entry->model = nullptr;
+    entry->generation = nextGeneration();
+    if (entry->dict)
+        --entry->dict->mModelCount;
+}
+
 void Mv_ConnectionDict::releaseIfUnused(Mv_DictEntry* entry)
 {
     if (entry->model || entry->first || entry->busy > 0)
         return;
-    mEntries.remove(entry->name);
+    if (entry->dict)
+        entry->dict->mEntries.remove(entry->name);
     delete entry;
 }
 
@@ -117,7 +153,8 @@ void Mv_ConnectionDict::unlink(Mv_ListenerBase* listener)
 
 // Visits every listener of the entry. The cursor is registered with the
 // entry so that unlinking the next listener (even destroying it) during a
-// visit moves the cursor on instead of leaving it dangling.
+// visit moves the cursor on instead of leaving it dangling; the entry itself
+// is held until the walk ends, whatever happens to its dictionary.
 template <class Visit>
 void Mv_ConnectionDict::walkListeners(Mv_DictEntry* entry, Visit&& visit, bool stopOnNewGeneration)
 {
@@ -137,30 +174,14 @@ void Mv_ConnectionDict::walkListeners(Mv_DictEntry* entry, Visit&& visit, bool s
     releaseIfUnused(entry);
 }
 
-bool Mv_ConnectionDict::attachModel(Mv_DictEntry* entry, Mv_ModelBase* model)
+void Mv_ConnectionDict::announce(Mv_DictEntry* entry)
 {
-    if (entry->model)
-        return false;
-    entry->model = model;
-    ++entry->generation;
-    ++mModelCount;
     walkListeners(entry, [](Mv_ListenerBase* l) { l->modelAttachmentChanged(); }, false);
-    return true;
 }
 
-void Mv_ConnectionDict::detachModel(Mv_DictEntry* entry)
-{
-    if (!entry->model)
-        return;
-    entry->model = nullptr;
-    ++entry->generation;
-    --mModelCount;
-    ++entry->busy; // keep the entry while its listeners hear of it
-    walkListeners(entry, [](Mv_ListenerBase* l) { l->modelAttachmentChanged(); }, false);
-    --entry->busy;
-    releaseIfUnused(entry);
-}
-
+// A delivery stops when the model leaves or is replaced on the way: the
+// listeners not reached yet hear of that instead (see Mv_Announcement), and
+// a replacement's listeners must not hear the old model's news.
 void Mv_ConnectionDict::deliver(Mv_DictEntry* entry, const Mv_MessageInterface& message)
 {
     walkListeners(entry, [&message](Mv_ListenerBase* l) { l->receiveFromModel(message); }, true);

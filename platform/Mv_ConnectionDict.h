@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+class Mv_Announcement;
 class Mv_ListenerBase;
 class Mv_MessageInterface;
 class Mv_ModelBase;
@@ -25,7 +26,10 @@ class Mv_ConnectionDict
 {
 public:
     Mv_ConnectionDict();
-    // Detaches every listener and unpublishes every model still here.
+    // Unpublishes every model still here; their listeners are told and keep
+    // waiting for a name that can no longer be published (connect them in
+    // another dictionary to use them again). Safe from inside a notification
+    // of one of its models. Meanwhile publishing and connecting here fail.
     ~Mv_ConnectionDict();
     Mv_ConnectionDict(const Mv_ConnectionDict&) = delete;
     Mv_ConnectionDict& operator=(const Mv_ConnectionDict&) = delete;
@@ -43,21 +47,27 @@ public:
     int listenerCount(const QString& name) const;
 
 private:
+    friend class Mv_Announcement;
     friend class Mv_ListenerBase;
     friend class Mv_ModelBase;
 
+    // Null while the dictionary is being destroyed.
     Mv_DictEntry* acquire(const QString& name);
-    void releaseIfUnused(Mv_DictEntry* entry);
-    void link(Mv_DictEntry* entry, Mv_ListenerBase* listener);
-    void unlink(Mv_ListenerBase* listener);
-    bool attachModel(Mv_DictEntry* entry, Mv_ModelBase* model);
-    void detachModel(Mv_DictEntry* entry);
-    void deliver(Mv_DictEntry* entry, const Mv_MessageInterface& message);
+    // Puts model under name without telling anyone; null when the name is
+    // taken or the dictionary is being destroyed.
+    Mv_DictEntry* commitAttach(const QString& name, Mv_ModelBase* model);
+    static void commitDetach(Mv_DictEntry* entry);
+    static void releaseIfUnused(Mv_DictEntry* entry);
+    static void link(Mv_DictEntry* entry, Mv_ListenerBase* listener);
+    static void unlink(Mv_ListenerBase* listener);
+    static void announce(Mv_DictEntry* entry);
+    static void deliver(Mv_DictEntry* entry, const Mv_MessageInterface& message);
     template <class Visit>
-    void walkListeners(Mv_DictEntry* entry, Visit&& visit, bool stopOnNewGeneration);
+    static void walkListeners(Mv_DictEntry* entry, Visit&& visit, bool stopOnNewGeneration);
 
     QHash<QString, Mv_DictEntry*> mEntries;
     int mModelCount;
+    bool mDying = false;
 };
 
 #endif

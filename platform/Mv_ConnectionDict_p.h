@@ -10,10 +10,13 @@ class Mv_ConnectionDict;
 class Mv_ListenerBase;
 class Mv_ModelBase;
 
-// One name of the dictionary: the model published under it (if any) and an
+// One name of a dictionary: the model published under it (if any) and an
 // intrusive list of the listeners that use the name. Deliveries walk the
 // list with a cursor that unlinking keeps valid, so a listener or model may
-// be destroyed while a notification is on its way.
+// be destroyed while a notification is on its way. An entry outlives its
+// dictionary while it is busy or still has listeners (an orphan, dict null):
+// a dictionary may be destroyed from inside a delivery, and listeners that
+// still name it must be able to leave.
 struct Mv_DictEntry
 {
     struct Cursor
@@ -24,15 +27,18 @@ struct Mv_DictEntry
 
     Mv_DictEntry(Mv_ConnectionDict* d, const QString& n) : dict(d), name(n) {}
 
-    Mv_ConnectionDict* dict;
+    Mv_ConnectionDict* dict; // null once the dictionary is gone
     QString name;
     Mv_ModelBase* model = nullptr;
     Mv_ListenerBase* first = nullptr;
     Mv_ListenerBase* last = nullptr;
     int listenerCount = 0;
     Cursor* cursors = nullptr; // innermost active delivery first
-    int busy = 0;              // active deliveries; the entry is not freed meanwhile
-    quint64 generation = 0;    // bumped whenever the model attaches or detaches
+    int busy = 0;              // walks and announcements holding the entry
+    // Set, from one process-wide counter, whenever a model attaches or
+    // detaches: a listener tells a replaced model from the one it knew by
+    // this stamp, even when the connected flag ends where it began.
+    quint64 generation = 0;
 };
 
 #endif

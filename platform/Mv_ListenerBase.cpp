@@ -57,6 +57,7 @@ bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
         attachTo(mResolvedName, env->getDictionary(), 0);
     mConnecting = false;
     mConnected = computeConnected();
+    mSeenStamp = mConnected ? attachmentStamp() : 0;
     const bool connected = mConnected;
     deliver(Mvt_Root_Notifications::MsgConnectedChanged(connected)); // may destroy this
     return connected;
@@ -69,6 +70,7 @@ void Mv_ListenerBase::ClearConnection()
     mConnectionName.clear();
     mResolvedName.clear();
     mConnected = false;
+    mSeenStamp = 0;
     if (wasConnected)
         deliver(Mvt_Root_Notifications::MsgConnectedChanged(false));
 }
@@ -101,9 +103,13 @@ void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int
             }
         }
     }
-    dict->link(dict->acquire(entryName), this);
-    if (mElementListenerP)
+    // A dictionary being destroyed takes no new listeners.
+    if (Mv_DictEntry* entry = dict->acquire(entryName))
+        Mv_ConnectionDict::link(entry, this);
+    if (mElementListenerP) {
         mConnected = computeConnected();
+        mSeenStamp = mConnected ? attachmentStamp() : 0;
+    }
 }
 
 void Mv_ListenerBase::detach()
@@ -113,33 +119,47 @@ void Mv_ListenerBase::detach()
         mIndexListenerP.reset();
     }
     mIndexMode = kNoIndex;
-    if (mEntryP)
-        mEntryP->dict->unlink(this);
+    Mv_ConnectionDict::unlink(this);
 }
 
 bool Mv_ListenerBase::computeConnected() const
 {
     if (!mEntryP || !mEntryP->model)
         return false;
+    // What the index listener was told, not whether its model is there now:
+    // the index is read through that listener, so the element must not
+    // count as connected before it does.
     if (mIndexMode == kModelIndex)
-        return mIndexListenerP && mIndexListenerP->computeConnected();
+        return mIndexListenerP && mIndexListenerP->mConnected;
     return true;
 }
 
-void Mv_ListenerBase::refreshConnected(bool alwaysNotify)
+// Generations come from one process-wide counter, so the largest of the
+// array's and the index chain's changes whenever either model is replaced.
+quint64 Mv_ListenerBase::attachmentStamp() const
+{
+    quint64 stamp = mEntryP ? mEntryP->generation : 0;
+    if (mIndexMode == kModelIndex && mIndexListenerP)
+        stamp = std::max(stamp, mIndexListenerP->mSeenStamp);
+    return stamp;
+}
+
+void Mv_ListenerBase::refreshConnected()
 {
     if (mConnecting)
         return;
     const bool now = computeConnected();
-    if (now == mConnected && !alwaysNotify)
+    const quint64 stamp = now ? attachmentStamp() : 0;
+    if (now == mConnected && stamp == mSeenStamp)
         return;
     mConnected = now;
+    mSeenStamp = stamp;
     deliver(Mvt_Root_Notifications::MsgConnectedChanged(now));
 }
 
 void Mv_ListenerBase::modelAttachmentChanged()
 {
-    refreshConnected(false);
+    refreshConnected();
 }
 
 bool Mv_ListenerBase::currentIndex(long* index) const
@@ -164,7 +184,7 @@ bool Mv_ListenerBase::currentIndex(long* index) const
 void Mv_ListenerBase::receiveFromModel(const Mv_MessageInterface& message)
 {
     if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>()) {
-        refreshConnected(false);
+        refreshConnected();
         return;
     }
     if (!mConnected)
@@ -198,7 +218,7 @@ void Mv_ListenerBase::deliver(const Mv_MessageInterface& message)
         // An index listener: its index model changing moves the element.
         Mv_ListenerBase* element = mElementListenerP;
         if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>())
-            element->refreshConnected(false);
+            element->refreshConnected();
         else if (message.is<Mvt_SimpleValue_Notifications::MsgValueChanged>() && element->mConnected)
             element->deliver(Mvt_SimpleValue_Notifications::MsgValueChanged());
         return;

@@ -27,8 +27,15 @@ struct Mv_DictEntry;
 // receives Mvt_SimpleValue_Notifications::MsgValueChanged when the index
 // model changes or when the array reports a change that may concern the
 // element. Such a listener counts as connected while both the array and the
-// index model are published. Index models may themselves be element
-// addresses, up to eight levels deep.
+// index model are published and the listener that follows the index model
+// has been told of it (the element's connected state and its index come from
+// that one listener). Index models may themselves be element addresses, up
+// to eight levels deep.
+//
+// The owner hears Mvt_Root_Notifications::MsgConnectedChanged whenever the
+// model behind the listener changes, even when the connected flag ends where
+// it began (a model replaced under the same name, from inside a
+// notification): it then reads everything again.
 class Mv_ListenerBase
 {
 public:
@@ -81,9 +88,10 @@ private:
     void detach();
     void receiveFromModel(const Mv_MessageInterface& message);
     void modelAttachmentChanged();
-    void refreshConnected(bool alwaysNotify);
+    void refreshConnected();
     void deliver(const Mv_MessageInterface& message);
     bool computeConnected() const;
+    quint64 attachmentStamp() const;
 
     QString mConnectionName;
     QString mResolvedName;
@@ -100,7 +108,10 @@ private:
     std::unique_ptr<Mv_ListenerBase> mIndexListenerP; // follows the index model
     Mv_ListenerBase* mElementListenerP = nullptr;     // set on an index listener: whom it serves
 
+    // What the owner was last told: connected, and to which models (the
+    // attachment stamp of the array and index models at that time).
     bool mConnected = false;
+    quint64 mSeenStamp = 0;
     bool mConnecting = false;
 };
 

@@ -1,18 +1,25 @@
 #include "Mv_ModelBase.h"
 
+#include "Mv_Announcement.h"
 #include "Mv_ConnectionDict.h"
 #include "Mv_ConnectionDict_p.h"
 
 #include <QDebug>
 
 Mv_ModelBase::Mv_ModelBase(const QString& name)
-    : mName(name), mEntryP(nullptr), mDictP(nullptr)
+    : mName(name), mEntryP(nullptr), mDictP(nullptr), mGuardsP(nullptr)
 {
 }
 
 Mv_ModelBase::~Mv_ModelBase()
 {
-    unpublish();
+    for (Guard* guard = mGuardsP; guard; guard = guard->mOuterP)
+        guard->mModelP = nullptr;
+    // Not the virtual unpublishQuietly: a derived model has already taken
+    // its parts out in its own destructor.
+    Mv_Announcement announcement;
+    withdraw(announcement);
+    announcement.run();
 }
 
 void Mv_ModelBase::SetConnectionName(const QString& name)
@@ -24,12 +31,29 @@ void Mv_ModelBase::SetConnectionName(const QString& name)
         return;
     }
     Mv_ConnectionDict* dict = mDictP;
-    UnPublish();
+    Mv_Announcement announcement;
+    unpublishQuietly(announcement);
     mName = name;
-    Publish(dict);
+    publishQuietly(dict, announcement);
+    announcement.run(); // may destroy this
 }
 
 bool Mv_ModelBase::Publish(Mv_ConnectionDict* dict)
+{
+    Mv_Announcement announcement;
+    const bool published = publishQuietly(dict, announcement);
+    announcement.run(); // may destroy this
+    return published;
+}
+
+void Mv_ModelBase::UnPublish()
+{
+    Mv_Announcement announcement;
+    unpublishQuietly(announcement);
+    announcement.run();
+}
+
+bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& announcement)
 {
     if (!dict)
         dict = Mv_ConnectionDict::Singleton();
@@ -40,34 +64,36 @@ bool Mv_ModelBase::Publish(Mv_ConnectionDict* dict)
     if (mEntryP) {
         if (mDictP == dict && mEntryP->name == mName)
             return true;
-        UnPublish();
+        withdraw(announcement);
     }
-    Mv_DictEntry* entry = dict->acquire(mName);
-    if (entry->model) {
-        qDebug("Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
-        dict->releaseIfUnused(entry);
+    Mv_DictEntry* entry = dict->commitAttach(mName, this);
+    if (!entry) {
+        if (dict->mDying)
+            qDebug("Mv_ModelBase::Publish - %s: the dictionary is being destroyed", qPrintable(mName));
+        else
+            qDebug("Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
         return false;
     }
     mEntryP = entry;
     mDictP = dict;
-    dict->attachModel(entry, this);
+    announcement.add(entry);
     return true;
 }
 
-void Mv_ModelBase::UnPublish()
+void Mv_ModelBase::unpublishQuietly(Mv_Announcement& announcement)
 {
-    unpublish();
+    withdraw(announcement);
 }
 
-void Mv_ModelBase::unpublish()
+void Mv_ModelBase::withdraw(Mv_Announcement& announcement)
 {
     if (!mEntryP)
         return;
     Mv_DictEntry* entry = mEntryP;
-    Mv_ConnectionDict* dict = mDictP;
     mEntryP = nullptr;
     mDictP = nullptr;
-    dict->detachModel(entry);
+    Mv_ConnectionDict::commitDetach(entry);
+    announcement.add(entry);
 }
 
 int Mv_ModelBase::listenerCount() const
@@ -78,10 +104,22 @@ int Mv_ModelBase::listenerCount() const
 void Mv_ModelBase::SendToListeners(const Mv_MessageInterface& message)
 {
     if (mEntryP)
-        mDictP->deliver(mEntryP, message);
+        Mv_ConnectionDict::deliver(mEntryP, message);
 }
 
 bool Mv_ModelBase::ReceiveMessage(const Mv_MessageInterface& message)
 {
     return callReceiveMessageCB(message);
+}
+
+Mv_ModelBase::Guard::Guard(Mv_ModelBase* model)
+    : mModelP(model), mOuterP(model->mGuardsP)
+{
+    model->mGuardsP = this;
+}
+
+Mv_ModelBase::Guard::~Guard()
+{
+    if (mModelP)
+        mModelP->mGuardsP = mOuterP;
 }

@@ -4,6 +4,7 @@
 #include <QString>
 #include <boost/function.hpp>
 
+class Mv_Announcement;
 class Mv_ConnectionDict;
 class Mv_MessageInterface;
 struct Mv_DictEntry;
@@ -13,11 +14,15 @@ struct Mv_DictEntry;
 // The model kinds (Mvt_SimpleValue, Mvt_Action, Mvt_ArrayContainer, ...)
 // decode their requests; the concrete models (Mve_...) store values.
 //
-// Destroying a model unpublishes it: its listeners detach and are told so.
+// Publishing, unpublishing and renaming take effect at once; the listeners
+// hear of it afterwards, and may publish, unpublish, rename or destroy this
+// or any other model from their callbacks. Destroying a model unpublishes
+// it: its listeners detach and are told so.
 class Mv_ModelBase
 {
 public:
     typedef boost::function<bool(const Mv_MessageInterface&)> ReceiveMessageCB;
+    class Guard;
 
     explicit Mv_ModelBase(const QString& name = QString());
     virtual ~Mv_ModelBase();
@@ -25,26 +30,36 @@ public:
     Mv_ModelBase& operator=(const Mv_ModelBase&) = delete;
 
     // The name under which the model is (or will be) published. Renaming a
-    // published model moves it to the new name.
+    // published model moves it to the new name in one step: the listeners
+    // of the old name and of the new one hear of it once both are settled.
+    // When the new name is taken (or empty) the model ends unpublished.
     void SetConnectionName(const QString& name);
     QString GetConnectionName() const { return mName; }
 
     // Publishes the model under its name in dict (null: the process-wide
-    // dictionary). False when the name is empty or another model already
-    // holds it (a debug message says so). Listeners waiting for the name
-    // attach now.
-    virtual bool Publish(Mv_ConnectionDict* dict = nullptr);
+    // dictionary), leaving any other dictionary it was published in. False
+    // when the name is empty or another model already holds it (a debug
+    // message says so). Listeners waiting for the name attach now.
+    bool Publish(Mv_ConnectionDict* dict = nullptr);
     bool publish(Mv_ConnectionDict* dict = nullptr) { return Publish(dict); }
     // Withdraws the model; its listeners detach and wait for a new model.
-    virtual void UnPublish();
+    void UnPublish();
     bool isPublished() const { return mEntryP != nullptr; }
     Mv_ConnectionDict* dictionary() const { return mDictP; }
+
+    // The dictionary changes of Publish and UnPublish, made now and told to
+    // the listeners when the announcement runs. A model made of several
+    // published parts overrides both to take its parts along (see
+    // Mv_Announcement); the overrides call the base first.
+    virtual bool publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& announcement);
+    virtual void unpublishQuietly(Mv_Announcement& announcement);
 
     // Listeners currently attached (waiting ones included once the model is
     // published, since they attach at once).
     int listenerCount() const;
 
     // Delivers a notification to every attached listener, synchronously.
+    // A listener may destroy the model on the way (see Guard).
     void SendToListeners(const Mv_MessageInterface& message);
 
     // Answers one request of a listener; true when it was handled (for sets
@@ -64,12 +79,38 @@ protected:
     }
 
 private:
-    void unpublish();
+    friend class Mv_ConnectionDict;
+
+    void withdraw(Mv_Announcement& announcement);
 
     QString mName;
     Mv_DictEntry* mEntryP;
     Mv_ConnectionDict* mDictP;
     ReceiveMessageCB mReceiveCB;
+    Guard* mGuardsP;
+};
+
+// Tells whether a model outlived the calls made since the guard was made.
+// Code that notifies several times in a row checks it after each call, since
+// any listener may destroy the model:
+//     Guard guard(this);
+//     notifyA(); if (!guard.alive()) return;
+//     notifyB();
+// Guards are scoped (on the stack); they cost no allocation.
+class Mv_ModelBase::Guard
+{
+public:
+    explicit Guard(Mv_ModelBase* model);
+    ~Guard();
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+
+    bool alive() const { return mModelP != nullptr; }
+
+private:
+    friend class Mv_ModelBase;
+    Mv_ModelBase* mModelP;
+    Guard* mOuterP;
 };
 
 #endif

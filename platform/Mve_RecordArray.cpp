@@ -1,5 +1,7 @@
 #include "Mve_RecordArray.h"
 
+#include "Mv_Announcement.h"
+
 #include <QStringList>
 
 Mve_RecordArray::Mve_RecordArray(const QString& name)
@@ -9,7 +11,9 @@ Mve_RecordArray::Mve_RecordArray(const QString& name)
 
 Mve_RecordArray::~Mve_RecordArray()
 {
-    UnPublish();
+    Mv_Announcement announcement;
+    unpublishQuietly(announcement);
+    announcement.run();
 }
 
 QStringList Mve_RecordArray::fieldNames() const
@@ -50,9 +54,7 @@ void Mve_RecordArray::insertRows(long row, long count)
         f.second->insertDefaults(row, count);
     setFieldsNotifying(true);
     mRows += count;
-    notifyElementsReplaced(row, row, count);
-    for (auto& f : mFields)
-        f.second->model().notifyElementsReplaced(row, row, count);
+    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsReplaced(row, row, count); });
 }
 
 long Mve_RecordArray::appendRow()
@@ -71,9 +73,7 @@ void Mve_RecordArray::removeRows(long row, long count)
         f.second->remove(row, end - row);
     setFieldsNotifying(true);
     mRows -= end - row;
-    notifyElementsReplaced(row, end, 0);
-    for (auto& f : mFields)
-        f.second->model().notifyElementsReplaced(row, end, 0);
+    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsReplaced(row, end, 0); });
 }
 
 void Mve_RecordArray::moveRow(long from, long to)
@@ -84,9 +84,7 @@ void Mve_RecordArray::moveRow(long from, long to)
     for (auto& f : mFields)
         f.second->move(from, to);
     setFieldsNotifying(true);
-    notifyElementsMoved(from, to);
-    for (auto& f : mFields)
-        f.second->model().notifyElementsMoved(from, to);
+    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsMoved(from, to); });
 }
 
 void Mve_RecordArray::clearRows()
@@ -94,20 +92,36 @@ void Mve_RecordArray::clearRows()
     removeRows(0, mRows);
 }
 
-bool Mve_RecordArray::Publish(Mv_ConnectionDict* dict)
+// The record first, then each field; by index, since a listener may add
+// fields meanwhile.
+template <class Notify>
+void Mve_RecordArray::notifyAll(Notify&& notify)
 {
-    if (!Mvt_ArrayContainer::Publish(dict))
+    Guard guard(this);
+    notify(*this);
+    for (size_t i = 0; guard.alive() && i < mFields.size(); ++i)
+        notify(mFields[i].second->model());
+}
+
+bool Mve_RecordArray::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& announcement)
+{
+    if (!Mvt_ArrayContainer::publishQuietly(dict, announcement))
         return false;
     for (auto& f : mFields) {
-        f.second->model().SetConnectionName(fieldName(f.first));
-        f.second->model().Publish(dictionary());
+        Mv_ModelBase& field = f.second->model();
+        const QString name = fieldName(f.first);
+        if (field.isPublished() && field.dictionary() == dictionary() && field.GetConnectionName() == name)
+            continue;
+        field.unpublishQuietly(announcement);
+        field.SetConnectionName(name);
+        field.publishQuietly(dictionary(), announcement);
     }
     return true;
 }
 
-void Mve_RecordArray::UnPublish()
+void Mve_RecordArray::unpublishQuietly(Mv_Announcement& announcement)
 {
+    Mvt_ArrayContainer::unpublishQuietly(announcement);
     for (auto& f : mFields)
-        f.second->model().UnPublish();
-    Mvt_ArrayContainer::UnPublish();
+        f.second->model().unpublishQuietly(announcement);
 }

@@ -15,7 +15,8 @@
 // (or "Clips.name[$Row]" for one row) the names. Rows are inserted, removed
 // and moved here, on all fields at once; field values are changed through
 // setValue() or the field arrays' setAt(). Every listener is notified only
-// once all fields agree.
+// once all fields agree. Any listener may destroy the record array, or its
+// dictionary, while it notifies.
 class Mve_RecordArray : public Mvt_ArrayContainer
 {
 public:
@@ -69,9 +70,11 @@ public:
         return f && row >= 0 && row < f->size() ? f->at(row) : def;
     }
 
-    // The fields follow the record array in and out of the dictionary.
-    bool Publish(Mv_ConnectionDict* dict = nullptr) override;
-    void UnPublish() override;
+    // The fields follow the record array in and out of the dictionary, and
+    // listeners hear of the record and its fields only once all are there
+    // (or all are gone).
+    bool publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& announcement) override;
+    void unpublishQuietly(Mv_Announcement& announcement) override;
 
 protected:
     long handleGetSize() override { return mRows; }
@@ -102,6 +105,8 @@ private:
     int fieldIndex(const QString& field) const;
     QString fieldName(const QString& field) const;
     void setFieldsNotifying(bool on);
+    template <class Notify>
+    void notifyAll(Notify&& notify);
 
     std::vector<std::pair<QString, std::unique_ptr<FieldBase>>> mFields;
     long mRows = 0;
