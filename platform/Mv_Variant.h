@@ -13,8 +13,8 @@ class QWidget;
 // The model library's value holder: empty, or one value of any copyable type.
 // Scripts evaluate into it and the variant get/set messages carry it.
 //
-// get<T>() converts between the scalar kinds: bool, long (and int), double,
-// QString and Mv_Timecode. Numbers convert among themselves (a double only
+// get(T&) and value<T>() convert between the scalar kinds: bool, long (and
+// int), double, QString and Mv_Timecode. Numbers convert among themselves (a double only
 // to long when it is integral), texts convert to numbers when the whole text
 // parses ("true"/"false" and "1"/"0" for bool), numbers and timecodes
 // convert to text. Every other type (pointers, QRect, QPixmap, ...) is only

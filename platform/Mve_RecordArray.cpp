@@ -105,8 +105,11 @@ void Mve_RecordArray::notifyAll(Notify&& notify)
 
 bool Mve_RecordArray::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& announcement)
 {
-    if (!Mvt_ArrayContainer::publishQuietly(dict, announcement))
+    if (!Mvt_ArrayContainer::publishQuietly(dict, announcement)) {
+        // It may have left another dictionary on the way: the fields follow.
+        unpublishQuietly(announcement);
         return false;
+    }
     for (auto& f : mFields) {
         Mv_ModelBase& field = f.second->model();
         const QString name = fieldName(f.first);

@@ -13,6 +13,9 @@
 #
 # Environment:
 #   FUZZ_SECONDS   how long each fuzz target runs (default 60; 0 skips fuzzing)
+#   STRESS_OPS     steps per seed of the model library's lifecycle stress test
+#                  (default 1000000; 0 skips it)
+#   STRESS_SEEDS   its seeds (default 1,2,3)
 #   JOBS           parallel build and test jobs (default 2)
 #   CXX_COMPILER   the clang++ to use (default: clang++, else clang++-14)
 #   CMAKE_ARGS     extra arguments for the first configuration
@@ -23,7 +26,9 @@
 #   1. configure and build everything;
 #   2. ctest, headless (QT_QPA_PLATFORM=offscreen), with the LeakSanitizer
 #      suppressions of tools/lsan.supp;
-#   3. for every fuzz/fuzz_<name>.cpp, run the built target on a copy of
+#   3. the model library's randomized lifecycle test, STRESS_OPS steps for
+#      each of STRESS_SEEDS;
+#   4. for every fuzz/fuzz_<name>.cpp, run the built target on a copy of
 #      its seed corpus fuzz/corpus/fuzz_<name>/ (with fuzz/fuzz_<name>.dict
 #      when present) for FUZZ_SECONDS, with -timeout=10 -rss_limit_mb=2048.
 #      Crashes, leaks, timeouts and out-of-memory runs fail the step; the
@@ -42,8 +47,12 @@ SOURCE_DIR=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd) || die "cannot find 
 BUILD_DIR=${1:-build-sanitize}
 [[ $BUILD_DIR = /* ]] || BUILD_DIR=$SOURCE_DIR/$BUILD_DIR
 FUZZ_SECONDS=${FUZZ_SECONDS:-60}
+STRESS_OPS=${STRESS_OPS:-1000000}
+STRESS_SEEDS=${STRESS_SEEDS:-1,2,3}
 JOBS=${JOBS:-2}
 [[ $FUZZ_SECONDS =~ ^[0-9]+$ ]] || die "FUZZ_SECONDS must be a whole number of seconds"
+[[ $STRESS_OPS =~ ^[0-9]+$ ]] || die "STRESS_OPS must be a whole number"
+[[ $STRESS_SEEDS =~ ^[0-9]+(,[0-9]+)*$ ]] || die "STRESS_SEEDS must be numbers separated by commas"
 [[ $JOBS =~ ^[1-9][0-9]*$ ]] || die "JOBS must be a positive number"
 
 if [[ -z ${CXX_COMPILER:-} ]]; then
@@ -89,7 +98,15 @@ fi
 step "ctest"
 (cd "$BUILD_DIR" && ctest --output-on-failure -j "$JOBS") || failures+=("ctest")
 
-# 3. Fuzzing.
+# 3. The lifecycle stress test at full length.
+if [[ $STRESS_OPS -gt 0 ]]; then
+    step "lifecycle stress test: $STRESS_OPS steps for seeds $STRESS_SEEDS"
+    KEL_STRESS_OPS=$STRESS_OPS KEL_STRESS_SEEDS=$STRESS_SEEDS \
+        "$BUILD_DIR/bin/test_platform" --gtest_filter='LifecycleStress.*' \
+        || failures+=("lifecycle stress")
+fi
+
+# 4. Fuzzing.
 if [[ $FUZZ_SECONDS -gt 0 ]]; then
     shopt -s nullglob
     for source in "$SOURCE_DIR"/fuzz/fuzz_*.cpp; do
