@@ -60,10 +60,16 @@ private:
     static void releaseIfUnused(Mv_DictEntry* entry);
     static void link(Mv_DictEntry* entry, Mv_ListenerBase* listener);
     static void unlink(Mv_ListenerBase* listener);
+    static void chainLink(Mv_DictEntry* entry, Mv_ListenerBase* listener);
+    static void chainUnlink(Mv_ListenerBase* listener);
+    // Moves an element listener to the chain of its current index.
+    static void rechain(Mv_ListenerBase* listener);
     static void announce(Mv_DictEntry* entry);
     static void deliver(Mv_DictEntry* entry, const Mv_MessageInterface& message);
+    static bool deliverToChains(Mv_DictEntry* entry, const Mv_MessageInterface& message, long low, long high);
     template <class Visit>
-    static void walkListeners(Mv_DictEntry* entry, Visit&& visit, bool stopOnNewGeneration);
+    static bool walk(Mv_DictEntry* entry, Mv_ListenerBase* start, bool inChain, Visit&& visit,
+                     const quint64* stopUnlessGeneration);
 
     QHash<QString, Mv_DictEntry*> mEntries;
     int mModelCount;

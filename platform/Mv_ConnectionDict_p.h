@@ -5,6 +5,8 @@
 
 #include <QString>
 #include <QtGlobal>
+#include <map>
+#include <memory>
 
 class Mv_ConnectionDict;
 class Mv_ListenerBase;
@@ -17,12 +19,24 @@ class Mv_ModelBase;
 // dictionary while it is busy or still has listeners (an orphan, dict null):
 // a dictionary may be destroyed from inside a delivery, and listeners that
 // still name it must be able to leave.
+//
+// Besides that list, every listener is in one chain: the listeners of the
+// whole model, or the element listeners of one current index (a listener
+// whose index is unknown is in none). Element notifications walk only the
+// chains they concern, so a change of one element of an array with
+// thousands of row listeners reaches a handful of them.
 struct Mv_DictEntry
 {
     struct Cursor
     {
         Mv_ListenerBase* next;
         Cursor* outer;
+        bool inChain; // follows a chain rather than the list
+    };
+    struct Chain
+    {
+        Mv_ListenerBase* first = nullptr;
+        Mv_ListenerBase* last = nullptr;
     };
 
     Mv_DictEntry(Mv_ConnectionDict* d, const QString& n) : dict(d), name(n) {}
@@ -33,6 +47,10 @@ struct Mv_DictEntry
     Mv_ListenerBase* first = nullptr;
     Mv_ListenerBase* last = nullptr;
     int listenerCount = 0;
+    Chain plain;                  // listeners of the whole model
+    // Element listeners by current index; made for the first one (most
+    // names never have any).
+    std::unique_ptr<std::map<long, Chain>> byIndex;
     Cursor* cursors = nullptr; // innermost active delivery first
     int busy = 0;              // walks and announcements holding the entry
     // Set, from one process-wide counter, whenever a model attaches or

@@ -217,6 +217,7 @@ void Mv_ListenerBase::deliver(const Mv_MessageInterface& message)
     if (mElementListenerP) {
         // An index listener: its index model changing moves the element.
         Mv_ListenerBase* element = mElementListenerP;
+        Mv_ConnectionDict::rechain(element);
         if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>())
             element->refreshConnected();
         else if (message.is<Mvt_SimpleValue_Notifications::MsgValueChanged>() && element->mConnected)

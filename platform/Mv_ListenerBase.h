@@ -101,6 +101,13 @@ private:
     Mv_DictEntry* mEntryP = nullptr;
     Mv_ListenerBase* mPrevP = nullptr;
     Mv_ListenerBase* mNextP = nullptr;
+    // Membership in the entry's chain of the listeners that element
+    // notifications for the current index reach (see Mv_DictEntry).
+    Mv_ListenerBase* mChainPrevP = nullptr;
+    Mv_ListenerBase* mChainNextP = nullptr;
+    long mChainIndex = 0;
+    enum ChainKind : char { kNoChain, kPlainChain, kIndexChain };
+    ChainKind mChain = kNoChain;
 
     enum IndexMode { kNoIndex, kFixedIndex, kModelIndex };
     IndexMode mIndexMode = kNoIndex;
