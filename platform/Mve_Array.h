@@ -87,6 +87,7 @@ public:
     // that changes several arrays together sends the notifications itself
     // once all of them are consistent.
     void setNotifying(bool on) { mNotifying = on; }
+    bool isNotifying() const { return mNotifying; }
 
     void setReadOnly(bool readOnly) { mReadOnly = readOnly; }
     bool isReadOnly() const { return mReadOnly; }

@@ -38,10 +38,38 @@ QString Mve_RecordArray::fieldName(const QString& field) const
     return GetConnectionName() + QLatin1Char('.') + field;
 }
 
-void Mve_RecordArray::setFieldsNotifying(bool on)
+void Mve_RecordArray::silenceFields()
 {
     for (auto& f : mFields)
-        f.second->setNotifying(on);
+        f.second->silence();
+}
+
+void Mve_RecordArray::restoreFields()
+{
+    for (auto& f : mFields)
+        f.second->restore();
+}
+
+void Mve_RecordArray::notifyRowsReplaced(long first, long removedEnd, long insertedCount)
+{
+    if (mUpdateDepth == 0)
+        notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsReplaced(first, removedEnd, insertedCount); });
+}
+
+void Mve_RecordArray::beginUpdate()
+{
+    if (mUpdateDepth++ == 0) {
+        mRowsBeforeUpdate = mRows;
+        silenceFields();
+    }
+}
+
+void Mve_RecordArray::endUpdate()
+{
+    if (mUpdateDepth == 0 || --mUpdateDepth > 0)
+        return;
+    restoreFields();
+    notifyRowsReplaced(0, mRowsBeforeUpdate, mRows);
 }
 
 void Mve_RecordArray::insertRows(long row, long count)
@@ -49,12 +77,12 @@ void Mve_RecordArray::insertRows(long row, long count)
     if (count < 1)
         return;
     row = std::max(0L, std::min(row, mRows));
-    setFieldsNotifying(false);
+    silenceFields();
     for (auto& f : mFields)
         f.second->insertDefaults(row, count);
-    setFieldsNotifying(true);
+    restoreFields();
     mRows += count;
-    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsReplaced(row, row, count); });
+    notifyRowsReplaced(row, row, count);
 }
 
 long Mve_RecordArray::appendRow()
@@ -68,23 +96,24 @@ void Mve_RecordArray::removeRows(long row, long count)
     if (row < 0 || row >= mRows || count < 1)
         return;
     const long end = std::min(mRows, row + count);
-    setFieldsNotifying(false);
+    silenceFields();
     for (auto& f : mFields)
         f.second->remove(row, end - row);
-    setFieldsNotifying(true);
+    restoreFields();
     mRows -= end - row;
-    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsReplaced(row, end, 0); });
+    notifyRowsReplaced(row, end, 0);
 }
 
 void Mve_RecordArray::moveRow(long from, long to)
 {
     if (from < 0 || from >= mRows || to < 0 || to >= mRows || from == to)
         return;
-    setFieldsNotifying(false);
+    silenceFields();
     for (auto& f : mFields)
         f.second->move(from, to);
-    setFieldsNotifying(true);
-    notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsMoved(from, to); });
+    restoreFields();
+    if (mUpdateDepth == 0)
+        notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsMoved(from, to); });
 }
 
 void Mve_RecordArray::clearRows()

@@ -33,6 +33,8 @@ public:
         f->array.SetConnectionName(fieldName(field));
         f->array.insert(0, std::vector<T>(size_t(mRows), def));
         mFields.emplace_back(field, std::unique_ptr<FieldBase>(f));
+        if (mUpdateDepth > 0)
+            f->silence();
         if (isPublished())
             f->array.Publish(dictionary());
         return &f->array;
@@ -56,6 +58,15 @@ public:
     void removeRows(long row, long count = 1);
     void moveRow(long from, long to);
     void clearRows();
+
+    // A burst of changes told once: between beginUpdate() and the matching
+    // endUpdate() (pairs nest) rows and values change silently, the field
+    // arrays included, and endUpdate() of the outermost pair tells every
+    // listener of the record and of its fields that all elements were
+    // replaced. Listeners may destroy the record array from there.
+    void beginUpdate();
+    void endUpdate();
+    bool isUpdating() const { return mUpdateDepth > 0; }
 
     template <class T>
     bool setValue(long row, const QString& fieldName, const T& value)
@@ -84,7 +95,10 @@ private:
     {
         virtual ~FieldBase() = default;
         virtual Mvt_ArrayContainer& model() = 0;
-        virtual void setNotifying(bool on) = 0;
+        // Silence the field for a burst; whatever its owner had set
+        // returns at the end.
+        virtual void silence() = 0;
+        virtual void restore() = 0;
         virtual void insertDefaults(long row, long count) = 0;
         virtual void remove(long row, long count) = 0;
         virtual void move(long from, long to) = 0;
@@ -94,22 +108,39 @@ private:
     {
         explicit Field(const T& d) : def(d) {}
         Mvt_ArrayContainer& model() override { return array; }
-        void setNotifying(bool on) override { array.setNotifying(on); }
+        void silence() override
+        {
+            if (silenced++ == 0) {
+                wasNotifying = array.isNotifying();
+                array.setNotifying(false);
+            }
+        }
+        void restore() override
+        {
+            if (--silenced == 0)
+                array.setNotifying(wasNotifying);
+        }
         void insertDefaults(long row, long count) override { array.insert(row, std::vector<T>(size_t(count), def)); }
         void remove(long row, long count) override { array.removeAt(row, count); }
         void move(long from, long to) override { array.move(from, to); }
         Mve_Array<T> array;
         T def;
+        int silenced = 0;
+        bool wasNotifying = true;
     };
 
     int fieldIndex(const QString& field) const;
     QString fieldName(const QString& field) const;
-    void setFieldsNotifying(bool on);
+    void silenceFields();
+    void restoreFields();
+    void notifyRowsReplaced(long first, long removedEnd, long insertedCount);
     template <class Notify>
     void notifyAll(Notify&& notify);
 
     std::vector<std::pair<QString, std::unique_ptr<FieldBase>>> mFields;
     long mRows = 0;
+    int mUpdateDepth = 0;
+    long mRowsBeforeUpdate = 0;
 };
 
 #endif

@@ -122,4 +122,49 @@ TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
     EXPECT_FALSE(dict.isPublished("Clips.length"));
 }
 
+TEST_F(Elements, ARecordArrayUpdateIsToldOnceAndLeavesEachFieldAsItsOwnerSetIt)
+{
+    Mve_RecordArray clips("Clips");
+    clips.addField<QString>("name");
+    Mve_Array<long>* length = clips.addField<long>("length");
+    clips.Publish(&dict);
+    auto cellEnv = env();
+    cellEnv->set("Row", "Row");
+    Mve_Index<long> row(1, "Row");
+    row.Publish(&dict);
+    Mvt_ArrayContainer::Listener rows("Clips", env());
+    StringListener cell("Clips.name[$Row]", cellEnv);
+    Mvt_SimpleValue<long>::Listener lengthCell("Clips.length[0]", env());
+    Recorder rowsHeard(rows), cellHeard(cell), lengthHeard(lengthCell);
+
+    clips.beginUpdate();
+    clips.insertRows(0, 3);
+    clips.beginUpdate(); // nested: told with the outer one
+    clips.setValue<QString>(1, "name", "Intro");
+    clips.setValue<QString>(2, "name", "Outro");
+    clips.endUpdate();
+    clips.moveRow(2, 0);
+    clips.removeRows(1, 1); // "Outro", "Intro"
+    clips.addField<bool>("muted"); // added in the middle, silent too
+    clips.setValue<bool>(0, "muted", true);
+    EXPECT_TRUE(rowsHeard.takeHeard().isEmpty());
+    EXPECT_TRUE(cellHeard.takeHeard().isEmpty());
+    clips.endUpdate();
+    EXPECT_EQ(rowsHeard.takeHeard(), QStringList{"MsgElementsReplaced"});
+    EXPECT_EQ(cellHeard.takeHeard(), QStringList{"MsgValueChanged"});
+    EXPECT_EQ(cell.value(), "Intro");
+    EXPECT_EQ(rows.size(), 2);
+    clips.endUpdate(); // unmatched: ignored
+    EXPECT_TRUE(rowsHeard.takeHeard().isEmpty());
+
+    // A field its owner silenced stays silent after row changes.
+    length->setNotifying(false);
+    clips.insertRows(0, 1);
+    lengthHeard.takeHeard();
+    length->setAt(0, 25);
+    EXPECT_TRUE(lengthHeard.takeHeard().isEmpty());
+    clips.setValue<QString>(0, "name", "New");
+    EXPECT_EQ(cell.value(), "Outro"); // row 1 is still the one addressed
+}
+
 } // namespace

@@ -499,6 +499,21 @@ private:
         if (!model)
             return;
         auto* record = static_cast<Mve_RecordArray*>(model->real.get());
+        if (percent(20)) {
+            // A burst, told once at the end (nobody hears anything before).
+            log(QStringLiteral("%1: update").arg(model->name));
+            record->beginUpdate();
+            for (int i = below(4); i >= 0; --i)
+                editRecordOnce(model, record);
+            log(QStringLiteral("%1: end of update").arg(model->name));
+            record->endUpdate(); // may destroy the record
+            return;
+        }
+        editRecordOnce(model, record);
+    }
+
+    void editRecordOnce(Model* model, Mve_RecordArray* record)
+    {
         const long rows = long(model->fields[0].size());
         const long a = smallValue(), b = smallValue(), v = smallValue();
         switch (below(4)) {
