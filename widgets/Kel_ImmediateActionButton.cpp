@@ -133,7 +133,10 @@ void Kel_ImmediateActionButton::mousePressEvent(QMouseEvent* event)
     repaint();
     if (!mActionDelay && !mScript.run())
         return; // the script deleted the button
-    mScript.startRepeat();
+    // Only a button still there to be held repeats: the script may have
+    // disabled or hidden it, and then no release will come.
+    if (isEnabled() && isVisible() && mVisualState != kDisabledState)
+        mScript.startRepeat();
 }
 
 void Kel_ImmediateActionButton::mouseReleaseEvent(QMouseEvent* event)

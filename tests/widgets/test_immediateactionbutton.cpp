@@ -201,3 +201,24 @@ TEST_F(ImmediateButtonTest, AutoRepeatWhileHeld)
     advance(1000);
     EXPECT_EQ(runs, (std::vector<qint64>{0}));
 }
+
+TEST_F(ImmediateButtonTest, AScriptThatDisablesOrHidesTheButtonStartsNoRepeat)
+{
+    Mve_SimpleValue<bool> visible(true, "Immediate.Visible");
+    visible.Publish();
+    button->setEnabledStateConnSpec("Immediate.Enabled");
+    button->setVisibleStateConnectionSpec("Immediate.Visible");
+    button->setQuorAutoRepeat(true);
+    for (const char* script : {"Immediate.Count(); Immediate.Enabled = false",
+                               "Immediate.Count(); Immediate.Visible = false"}) {
+        SCOPED_TRACE(script);
+        enabled.setValue(true);
+        visible.setValue(true);
+        button->setActionScript(script);
+        connect();
+        runs.clear();
+        press(); // nobody can release a disabled or hidden button
+        advance(3000);
+        EXPECT_EQ(runs, (std::vector<qint64>{0}));
+    }
+}
