@@ -29,7 +29,7 @@ public:
         kConnectAlways
     };
     // Answered by sends whose notification deleted the owner.
-    static const int kOwnerDeleted = -1;
+    static constexpr int kOwnerDeleted = -1;
 
     typedef std::function<void(const Mv_MessageInterface&)> MessageHandler;
 

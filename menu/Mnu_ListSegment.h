@@ -48,7 +48,7 @@ private:
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<bool>>::Listener> BoolField;
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QPixmap>>::Listener> PixmapField;
     // Element fields and the array are connected even with an empty items name.
-    static const Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
+    static constexpr Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
 
     std::map<Mnu_MenuID, QString> mItemIdentifierMap;
     int mItemIdentifierMapSize;

@@ -44,7 +44,7 @@ protected:
 private:
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> StringField;
     // Every model is connected even with an empty name.
-    static const Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
+    static constexpr Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
 
     Mnu_MenuID mCurrentItemID;
     QString mCurrentItemText;
