@@ -13,9 +13,9 @@
 // A push button that runs an action script when clicked (or on Return and
 // Enter while it has the focus). A bool model can enable it, and it is
 // greyed out while its script cannot run (a model it names is missing or an
-// action it calls says it is disabled); with
-// quorAutoRepeat on, holding it down runs the script again after
-// repeatDelay ms and then every repeatInterval ms until release.
+// action it calls says it is disabled). With quorAutoRepeat on, holding it
+// down runs the script again after repeatDelay ms and then every
+// repeatInterval ms until release.
 class Kel_ActionButton : public QPushButton, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
