@@ -49,20 +49,20 @@ int Mnu_BooleanSegment::getItemCount()
 
 void Mnu_BooleanSegment::itemActivated(Mnu_MenuID id)
 {
-    if (!mBooleanListenerP || !mBooleanListenerP->isConnectedToModel())
+    if (!mBooleanModel.isConnected())
         return;
     mChecked = !mChecked;
     if (mManagerP)
         mManagerP->setItemChecked(id, mChecked);
-    mBooleanListenerP->set(mChecked);
+    mBooleanModel.set(mChecked);
 }
 
 void Mnu_BooleanSegment::refreshState()
 {
     Mnu_Segment::instantiate(mManagerP);
     if (mEnabled && mVisible) {
-        if (mBooleanListenerP && mBooleanListenerP->isConnectedToModel())
-            mChecked = mBooleanListenerP->value(false);
+        if (mBooleanModel.isConnected())
+            mChecked = mBooleanModel->value(false);
         else
             mEnabled = false;
     }
@@ -76,22 +76,20 @@ Mnu_MenuID Mnu_BooleanSegment::getIndexedID(int)
 void Mnu_BooleanSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     Mnu_Segment::makeConnections(environment);
-    mBooleanListenerP.reset(new BoolListener());
-    mBooleanListenerP->SetConnectionName(mBooleanConnectionName);
-    mBooleanListenerP->connect(environment ? environment : Mv_ConnectionEnvironment::blankEnvironment());
+    mBooleanModel.connect(environment);
 }
 
 void Mnu_BooleanSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_BooleanSegment");
-    qDebug("%s   booleanConnectionName: [%s], checked[%d]", qPrintable(prefix), qPrintable(mBooleanConnectionName),
+    qDebug("%s   booleanConnectionName: [%s], checked[%d]", qPrintable(prefix), qPrintable(mBooleanModel.spec()),
            int(mChecked));
 }
 
 bool Mnu_BooleanSegment::parseSubElement(QDomElement* element)
 {
     if (element->tagName() == QLatin1String("BooleanConnectionName")) {
-        mBooleanConnectionName = element->text();
+        mBooleanModel.setSpec(element->text());
         return true;
     }
     return Mnu_Segment::parseSubElement(element);

@@ -3,8 +3,6 @@
 
 #include "Mnu_Segment.h"
 
-#include <memory>
-
 // A checkable item showing a boolean model; choosing it toggles the model.
 class Mnu_BooleanSegment : public Mnu_Segment
 {
@@ -23,8 +21,8 @@ public:
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     void dump(const QString& prefix) const override;
 
-    QString getBooleanConnectionName() const { return mBooleanConnectionName; }
-    void setBooleanConnectionName(const QString& name) { mBooleanConnectionName = name; }
+    QString getBooleanConnectionName() const { return mBooleanModel.spec(); }
+    void setBooleanConnectionName(const QString& name) { mBooleanModel.setSpec(name); }
 
 protected:
     bool parseSubElement(QDomElement* element) override;
@@ -32,8 +30,7 @@ protected:
 private:
     Mnu_MenuID mItemID;
     bool mChecked;
-    QString mBooleanConnectionName;
-    std::unique_ptr<BoolListener> mBooleanListenerP;
+    BoolProperty mBooleanModel{this, BoolProperty::kConnectAlways};
 };
 
 #endif

@@ -9,15 +9,7 @@
 #include <algorithm>
 
 Mnu_ListSegment::Mnu_ListSegment(Mnu_Menu* menu, QDomElement* element)
-    : Mnu_Segment(menu),
-      mItemIdentifierMapSize(0),
-      mNameListenerP(new StringArrayListener()),
-      mIDListenerP(new StringArrayListener()),
-      mAcceleratorListenerP(new StringArrayListener()),
-      mIconNameListenerP(new StringArrayListener()),
-      mIconListenerP(new PixmapArrayListener()),
-      mSelectedListenerP(new BoolArrayListener()),
-      mArrayListenerP(new Mvt_ArrayContainer::Listener())
+    : Mnu_Segment(menu), mItemIdentifierMapSize(0)
 {
     if (element)
         xmlParser(element);
@@ -35,34 +27,34 @@ int Mnu_ListSegment::instantiate(Mnu_Manager* manager)
     doWhatsThisConnections();
     if (!mVisible || !manager)
         return 0;
-    for (const Mv_ListenerBase* listener : std::initializer_list<const Mv_ListenerBase*>{
-             mArrayListenerP.get(), mNameListenerP.get(), mAcceleratorListenerP.get(), mIconNameListenerP.get(),
-             mIconListenerP.get(), mIDListenerP.get(), mSelectedListenerP.get()}) {
-        if (!listener->isConnectedToModel())
+    for (const Kel_BoundPropertyBase* field : std::initializer_list<const Kel_BoundPropertyBase*>{
+             &mArrayModel, &mNameModel, &mItemAcceleratorModel, &mIconNameModel, &mIconModel, &mIDModel,
+             &mSelectedModel}) {
+        if (!field->isConnected())
             return 0;
     }
 
-    const long size = mArrayListenerP->size();
+    const long size = mArrayModel->size();
     for (long i = 0; i < size; ++i) {
-        QString name = mNameListenerP->element<QString>(i);
+        QString name = mNameModel->element<QString>(i);
         const Mnu_MenuID id = manager->insertItem(name, name);
         if (!id.IsValid())
             continue;
-        mItemIdentifierMap[id] = mIDListenerP->element<QString>(i);
+        mItemIdentifierMap[id] = mIDModel->element<QString>(i);
         mItemIdentifierMapSize = int(mItemIdentifierMap.size());
         mMenuP->setIDAssignedToSegment(this, id);
         mIDs.push_back(id);
 
-        const QString accelerator = mAcceleratorListenerP->element<QString>(i);
+        const QString accelerator = mItemAcceleratorModel->element<QString>(i);
         if (!accelerator.isEmpty())
             manager->setItemAccelerator(id, accelerator);
-        const QString iconName = mIconNameListenerP->element<QString>(i);
+        const QString iconName = mIconNameModel->element<QString>(i);
         if (!iconName.isEmpty())
             manager->setItemIcon(id, iconName);
-        QPixmap icon = mIconListenerP->element<QPixmap>(i);
+        QPixmap icon = mIconModel->element<QPixmap>(i);
         if (!icon.isNull())
             manager->setItemIcon(id, static_cast<void*>(&icon));
-        if (mSelectedListenerP->element<bool>(i, false)) {
+        if (mSelectedModel->element<bool>(i, false)) {
             manager->setItemCheckable(id, true);
             manager->setItemChecked(id, true);
         }
@@ -78,17 +70,17 @@ int Mnu_ListSegment::getVisibleItemCount()
 
 int Mnu_ListSegment::getItemCount()
 {
-    return mArrayListenerP->isConnectedToModel() ? int(mArrayListenerP->size()) : 0;
+    return mArrayModel.isConnected() ? int(mArrayModel->size()) : 0;
 }
 
 void Mnu_ListSegment::itemActivated(Mnu_MenuID id)
 {
-    if (!mSelectedListenerP->isConnectedToModel())
+    if (!mSelectedModel.isConnected())
         return;
     const int i = getIDIndex(id);
     OST_ASSERT(i!=-1);
-    const bool selected = !mSelectedListenerP->element<bool>(i, false);
-    mSelectedListenerP->setElement<bool>(i, selected);
+    const bool selected = !mSelectedModel->element<bool>(i, false);
+    mSelectedModel->setElement<bool>(i, selected);
     if (mManagerP)
         mManagerP->setItemChecked(id, selected);
 }
@@ -97,8 +89,8 @@ void Mnu_ListSegment::refreshState()
 {
     Mnu_Segment::instantiate(mManagerP);
     if (mEnabled && mVisible) {
-        mEnabled = mIDListenerP->isConnectedToModel() && mArrayListenerP->isConnectedToModel()
-                   && mNameListenerP->isConnectedToModel() && mSelectedListenerP->isConnectedToModel();
+        mEnabled = mIDModel.isConnected() && mArrayModel.isConnected() && mNameModel.isConnected()
+                   && mSelectedModel.isConnected();
     }
 }
 
@@ -118,23 +110,16 @@ bool Mnu_ListSegment::activate(Mnu_MenuID id)
 void Mnu_ListSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     Mnu_Segment::makeConnections(environment);
-    if (!environment)
-        environment = Mv_ConnectionEnvironment::blankEnvironment();
     const QString& items = mItemsConnectionName;
-    const std::pair<Mv_ListenerBase*, const char*> elementListeners[] = {
-        {mIDListenerP.get(), ".id"},
-        {mNameListenerP.get(), ".name"},
-        {mAcceleratorListenerP.get(), ".accelerator"},
-        {mIconNameListenerP.get(), ".iconName"},
-        {mIconListenerP.get(), ".icon"},
-        {mSelectedListenerP.get(), ".selected"},
+    const std::pair<Kel_BoundPropertyBase*, const char*> fields[] = {
+        {&mIDModel, ".id"},           {&mNameModel, ".name"}, {&mItemAcceleratorModel, ".accelerator"},
+        {&mIconNameModel, ".iconName"}, {&mIconModel, ".icon"}, {&mSelectedModel, ".selected"},
     };
-    for (const auto& entry : elementListeners) {
-        entry.first->SetConnectionName(items + QLatin1String(entry.second));
-        entry.first->connect(environment);
-    }
-    mArrayListenerP->SetConnectionName(items);
-    mArrayListenerP->connect(environment);
+    for (const auto& field : fields)
+        field.first->setSpec(items + QLatin1String(field.second));
+    mArrayModel.setSpec(items);
+    Kel_BoundPropertyBase::connectAll(environment, {&mIDModel, &mNameModel, &mItemAcceleratorModel, &mIconNameModel,
+                                                    &mIconModel, &mSelectedModel, &mArrayModel});
 }
 
 void Mnu_ListSegment::dump(const QString& prefix) const
@@ -157,17 +142,10 @@ void Mnu_ListSegment::setItemsConnectionName(const QString& name)
         return;
     mItemsConnectionName = name;
     // The accelerator and icon listeners are renamed by makeConnections only.
-    const std::pair<Mv_ListenerBase*, const char*> renamed[] = {
-        {mNameListenerP.get(), ".name"},
-        {mIDListenerP.get(), ".id"},
-        {mSelectedListenerP.get(), ".selected"},
-    };
-    for (const auto& entry : renamed) {
-        entry.first->ClearConnection();
-        entry.first->SetConnectionName(name + QLatin1String(entry.second));
-    }
-    mArrayListenerP->ClearConnection();
-    mArrayListenerP->SetConnectionName(name);
+    mNameModel.rename(name + QLatin1String(".name"));
+    mIDModel.rename(name + QLatin1String(".id"));
+    mSelectedModel.rename(name + QLatin1String(".selected"));
+    mArrayModel.rename(name);
 }
 
 QString Mnu_ListSegment::getItemIdentifier(Mnu_MenuID id) const

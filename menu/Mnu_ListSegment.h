@@ -7,7 +7,6 @@
 
 #include <QPixmap>
 #include <map>
-#include <memory>
 #include <vector>
 
 // One item per element of an array model. Each element's fields come from
@@ -45,21 +44,23 @@ protected:
 private:
     int getIDIndex(Mnu_MenuID id);
 
-    typedef Mvt_Array<Mvt_SimpleValue<QString>>::Listener StringArrayListener;
-    typedef Mvt_Array<Mvt_SimpleValue<bool>>::Listener BoolArrayListener;
-    typedef Mvt_Array<Mvt_SimpleValue<QPixmap>>::Listener PixmapArrayListener;
+    typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> StringField;
+    typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<bool>>::Listener> BoolField;
+    typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QPixmap>>::Listener> PixmapField;
+    // Element fields and the array are connected even with an empty items name.
+    static constexpr Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
 
     std::map<Mnu_MenuID, QString> mItemIdentifierMap;
     int mItemIdentifierMapSize;
     std::vector<Mnu_MenuID> mIDs;
     QString mItemsConnectionName;
-    std::unique_ptr<StringArrayListener> mNameListenerP;
-    std::unique_ptr<StringArrayListener> mIDListenerP;
-    std::unique_ptr<StringArrayListener> mAcceleratorListenerP;
-    std::unique_ptr<StringArrayListener> mIconNameListenerP;
-    std::unique_ptr<PixmapArrayListener> mIconListenerP;
-    std::unique_ptr<BoolArrayListener> mSelectedListenerP;
-    std::unique_ptr<Mvt_ArrayContainer::Listener> mArrayListenerP;
+    StringField mNameModel{this, kAlways};
+    StringField mIDModel{this, kAlways};
+    StringField mItemAcceleratorModel{this, kAlways};
+    StringField mIconNameModel{this, kAlways};
+    PixmapField mIconModel{this, kAlways};
+    BoolField mSelectedModel{this, kAlways};
+    Kel_BoundProperty<Mvt_ArrayContainer::Listener> mArrayModel{this, kAlways};
 };
 
 #endif

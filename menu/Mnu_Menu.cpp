@@ -38,19 +38,30 @@ const Mv_MessageDispatcher<Mnu_Menu>& visibilityDispatcher()
 
 Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mVisible(false)
 {
+    mTitle.onMessage([this](const Mv_MessageInterface& m) {
+        if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+            handleTitleConnectionChanged();
+        else
+            titleDispatcher().dispatch(this, m);
+    });
+    mVisibility.onMessage([this](const Mv_MessageInterface& m) {
+        if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+            handleVisibleConnectionChanged();
+        else
+            visibilityDispatcher().dispatch(this, m);
+    });
 }
 
-Mnu_Menu::Mnu_Menu(Mnu_Manager* manager, QDomElement& element) : mManagerP(manager), mVisible(false)
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager, QDomElement& element) : Mnu_Menu(manager)
 {
     parseMenu(element);
 }
 
 Mnu_Menu::~Mnu_Menu()
 {
-    if (mTitleListenerP)
-        mTitleListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
-    if (mVisibilityListenerP)
-        mVisibilityListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    // Before the segments go: the title and visibility models must not call back meanwhile.
+    mTitle.onMessage(nullptr);
+    mVisibility.onMessage(nullptr);
     clearSegments();
 }
 
@@ -124,15 +135,15 @@ void Mnu_Menu::afterSegmentsChanged()
 
 bool Mnu_Menu::refreshTitleAndVisibility()
 {
-    if (mVisibilityListenerP && mVisibilityListenerP->isConnectedToModel())
-        mVisible = mVisibilityListenerP->value(false);
+    if (mVisibility.isConnected())
+        mVisible = mVisibility->value(false);
     else
         // A menu whose visibility model cannot be reached stays hidden.
-        mVisible = mVisibleConnectionName.isEmpty();
+        mVisible = !mVisibility.isNamed();
 
-    if (!mTextConnectionName.isEmpty()) {
-        if (mTitleListenerP && mTitleListenerP->isConnectedToModel())
-            mConnectedText = mTitleListenerP->value();
+    if (mTitle.isNamed()) {
+        if (mTitle.isConnected())
+            mConnectedText = mTitle->value();
         mDisplayedText = mConnectedText.isEmpty() ? mText : mConnectedText;
     } else {
         mDisplayedText = mText.isEmpty() ? mName : mText;
@@ -219,59 +230,31 @@ void Mnu_Menu::forgetID(Mnu_MenuID id)
 
 void Mnu_Menu::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    if (!environment)
-        environment = Mv_ConnectionEnvironment::blankEnvironment();
-
-    mTitleListenerP.reset();
-    if (!mTextConnectionName.isEmpty()) {
-        mTitleListenerP.reset(new StringListener());
-        mTitleListenerP->SetConnectionName(mTextConnectionName);
-        mTitleListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& m) {
-            if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
-                handleTitleConnectionChanged();
-            else
-                titleDispatcher().dispatch(this, m);
-        });
-        mTitleListenerP->connect(environment);
-    }
-    mVisibilityListenerP.reset();
-    if (!mVisibleConnectionName.isEmpty()) {
-        mVisibilityListenerP.reset(new BoolListener());
-        mVisibilityListenerP->SetConnectionName(mVisibleConnectionName);
-        mVisibilityListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& m) {
-            if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
-                handleVisibleConnectionChanged();
-            else
-                visibilityDispatcher().dispatch(this, m);
-        });
-        mVisibilityListenerP->connect(environment);
-    }
+    Kel_BoundPropertyBase::connectAll(environment, {&mTitle, &mVisibility});
     for (size_t i = 0; i < mSegments.size(); ++i)
         mSegments[i]->makeConnections(environment);
 }
 
 void Mnu_Menu::menuTextNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged&)
 {
-    if (mTitleListenerP)
-        mConnectedText = mTitleListenerP->value();
+    mConnectedText = mTitle->value();
 }
 
 void Mnu_Menu::menuVisibleNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged&)
 {
-    if (mVisibilityListenerP)
-        mVisible = mVisibilityListenerP->value(false);
+    mVisible = mVisibility->value(false);
 }
 
 void Mnu_Menu::handleTitleConnectionChanged()
 {
-    if (mTitleListenerP && mTitleListenerP->isConnectedToModel())
-        mConnectedText = mTitleListenerP->value();
+    if (mTitle.isConnected())
+        mConnectedText = mTitle->value();
 }
 
 void Mnu_Menu::handleVisibleConnectionChanged()
 {
-    if (mVisibilityListenerP)
-        mVisible = mVisibilityListenerP->isConnectedToModel() && mVisibilityListenerP->value(false);
+    if (mVisibility.isNamed())
+        mVisible = mVisibility.isConnected() && mVisibility->value(false);
 }
 
 bool Mnu_Menu::saveMenu(std::ostream&, const QString&, Mnu_Segment::saveFormat, Mnu_QtManager*, bool)
@@ -344,9 +327,9 @@ void Mnu_Menu::parseMenu(QDomElement& element)
         else if (tag == QLatin1String("Text"))
             mText = child.text();
         else if (tag == QLatin1String("VisibleConnectionName"))
-            mVisibleConnectionName = child.text();
+            mVisibility.setSpec(child.text());
         else if (tag == QLatin1String("TextConnectionName"))
-            mTextConnectionName = child.text();
+            mTitle.setSpec(child.text());
         else if (Mnu_Segment* segment = Mnu_Segment::SegmentFactory(this, &child))
             mSegments.push_back(segment);
     }

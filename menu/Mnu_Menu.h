@@ -1,6 +1,7 @@
 #ifndef MNU_MENU_H
 #define MNU_MENU_H
 
+#include "Kel_BoundProperty.h"
 #include "Mnu_MenuID.h"
 #include "Mnu_Segment.h"
 #include "Mv_ConnectionEnvironment.h"
@@ -39,10 +40,10 @@ public:
     void setMenuText(const QString& text) { mText = text; }
     // The title chosen by the last instantiation or refresh.
     QString getDisplayedText() const { return mDisplayedText; }
-    QString getVisibleConnectionName() const { return mVisibleConnectionName; }
-    void setVisibleConnectionName(const QString& name) { mVisibleConnectionName = name; }
-    QString getItemTextConnectionName() const { return mTextConnectionName; }
-    void setItemTextConnectionName(const QString& name) { mTextConnectionName = name; }
+    QString getVisibleConnectionName() const { return mVisibility.spec(); }
+    void setVisibleConnectionName(const QString& name) { mVisibility.setSpec(name); }
+    QString getItemTextConnectionName() const { return mTitle.spec(); }
+    void setItemTextConnectionName(const QString& name) { mTitle.setSpec(name); }
     Mnu_Manager* getManager() const { return mManagerP; }
     // Used by a manager that adopts a menu made elsewhere.
     void setManager(Mnu_Manager* manager) { mManagerP = manager; }
@@ -108,22 +109,18 @@ private:
     void handleTitleConnectionChanged();
     void handleVisibleConnectionChanged();
 
-    typedef Mvt_SimpleValue<QString>::Listener StringListener;
-    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
 
     Mnu_Manager* mManagerP;
     std::vector<Mnu_Segment*> mSegments;
     std::vector<Mnu_MenuID> mIDs;
     std::map<Mnu_MenuID, Mnu_Segment*> mSegmentMap;
-    std::unique_ptr<StringListener> mTitleListenerP;
-    std::unique_ptr<BoolListener> mVisibilityListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mTitle;
+    Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mVisibility;
     QString mText;
     QString mName;
     QString mConnectedText;
     QString mDisplayedText;
     bool mVisible;
-    QString mVisibleConnectionName;
-    QString mTextConnectionName;
     QMap<Mnu_MenuID, QString> mItemNames;
 };
 

@@ -55,13 +55,14 @@ int Mnu_RadioItemsSegment::getItemCount()
 
 void Mnu_RadioItemsSegment::itemActivated(Mnu_MenuID id)
 {
-    if (!mCurrentItemListenerP || !mCurrentItemListenerP->isConnectedToModel() || id == mCurrentItemID)
+    if (!mCurrentItemModel.isConnected() || id == mCurrentItemID)
         return;
     auto it = mChoiceIDMap.find(id);
     if (it == mChoiceIDMap.end())
         return;
     // The model first: its listeners may look at the menu's state.
-    mCurrentItemListenerP->set(long(it->second));
+    if (mCurrentItemModel.set(long(it->second)) == Kel_BoundPropertyBase::kOwnerDeleted)
+        return;
     if (mManagerP) {
         mManagerP->setItemChecked(mCurrentItemID, false);
         mManagerP->setItemChecked(id, true);
@@ -73,8 +74,8 @@ void Mnu_RadioItemsSegment::refreshState()
 {
     Mnu_Segment::instantiate(mManagerP);
     if (mEnabled && mVisible) {
-        if (mCurrentItemListenerP && mCurrentItemListenerP->isConnectedToModel())
-            mCurrentValue = mCurrentItemListenerP->value(0);
+        if (mCurrentItemModel.isConnected())
+            mCurrentValue = mCurrentItemModel->value(0);
         else
             mEnabled = false;
     }
@@ -90,16 +91,14 @@ Mnu_MenuID Mnu_RadioItemsSegment::getIndexedID(int index)
 void Mnu_RadioItemsSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     Mnu_Segment::makeConnections(environment);
-    mCurrentItemListenerP.reset(new LongListener());
-    mCurrentItemListenerP->SetConnectionName(mCurrentItemConnectionName);
-    mCurrentItemListenerP->connect(environment ? environment : Mv_ConnectionEnvironment::blankEnvironment());
+    mCurrentItemModel.connect(environment);
 }
 
 void Mnu_RadioItemsSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_RadioItemsSegment");
     qDebug("%s   currentItemConnectionName: [%s], current value [%ld]", qPrintable(prefix),
-           qPrintable(mCurrentItemConnectionName), mCurrentValue);
+           qPrintable(mCurrentItemModel.spec()), mCurrentValue);
     for (const auto& choice : mChoices)
         qDebug("%s      choice[%d]: [%s]", qPrintable(prefix), choice->id, qPrintable(choice->text));
 }
@@ -140,7 +139,7 @@ bool Mnu_RadioItemsSegment::parseSubElement(QDomElement* element)
 {
     const QString tag = element->tagName();
     if (tag == QLatin1String("CurrentItemConnectionName")) {
-        mCurrentItemConnectionName = element->text();
+        mCurrentItemModel.setSpec(element->text());
         return true;
     }
     if (tag == QLatin1String("RadioItem")) {

@@ -26,8 +26,8 @@ public:
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     void dump(const QString& prefix) const override;
 
-    QString getSelectedItemConnectionName() const { return mCurrentItemConnectionName; }
-    void setSelectedItemConnectionName(const QString& name) { mCurrentItemConnectionName = name; }
+    QString getSelectedItemConnectionName() const { return mCurrentItemModel.spec(); }
+    void setSelectedItemConnectionName(const QString& name) { mCurrentItemModel.setSpec(name); }
     // The choice at index; an empty text and 0 when out of range.
     QString getItemTextAt(int index) const;
     int getItemIDAt(int index) const;
@@ -50,15 +50,13 @@ private:
         int id;
         QString text;
     };
-    typedef Mvt_SimpleValue<long>::Listener LongListener;
 
     std::vector<std::unique_ptr<Choice>> mChoices;
     Mnu_MenuID mCurrentItemID;
     long mCurrentValue;
     std::map<Mnu_MenuID, int> mChoiceIDMap;
     std::vector<Mnu_MenuID> mIDs;
-    QString mCurrentItemConnectionName;
-    std::unique_ptr<LongListener> mCurrentItemListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> mCurrentItemModel{this, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

@@ -8,14 +8,9 @@
 #include <algorithm>
 
 Mnu_RadioListSegment::Mnu_RadioListSegment(Mnu_Menu* menu, QDomElement* element)
-    : Mnu_Segment(menu),
-      mCurrentItemListenerP(new StringListener()),
-      mNameListenerP(new StringArrayListener()),
-      mIDListenerP(new StringArrayListener()),
-      mAccelListenerP(new StringArrayListener()),
-      mArrayListenerP(new Mvt_ArrayContainer::Listener())
+    : Mnu_Segment(menu)
 {
-    mCurrentItemListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& m) {
+    mCurrentItemModel.onMessage([this](const Mv_MessageInterface& m) {
         if (m.is<Mvt_SimpleValue_Notifications::MsgValueChanged>())
             handleMsgSelectionChanged();
     });
@@ -23,10 +18,7 @@ Mnu_RadioListSegment::Mnu_RadioListSegment(Mnu_Menu* menu, QDomElement* element)
         xmlParser(element);
 }
 
-Mnu_RadioListSegment::~Mnu_RadioListSegment()
-{
-    mCurrentItemListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
-}
+Mnu_RadioListSegment::~Mnu_RadioListSegment() = default;
 
 int Mnu_RadioListSegment::instantiate(Mnu_Manager* manager)
 {
@@ -36,23 +28,23 @@ int Mnu_RadioListSegment::instantiate(Mnu_Manager* manager)
     mCurrentItemID = Mnu_MenuID();
     refreshState();
     doWhatsThisConnections();
-    if (!mVisible || !manager || !mArrayListenerP->isConnectedToModel() || !mNameListenerP->isConnectedToModel()
-        || !mIDListenerP->isConnectedToModel() || !mCurrentItemListenerP->isConnectedToModel())
+    if (!mVisible || !manager || !mArrayModel.isConnected() || !mNameModel.isConnected() || !mIDModel.isConnected()
+        || !mCurrentItemModel.isConnected())
         return 0;
 
-    const long size = mArrayListenerP->size();
+    const long size = mArrayModel->size();
     for (long i = 0; i < size; ++i) {
-        QString name = mNameListenerP->element<QString>(i);
+        QString name = mNameModel->element<QString>(i);
         const Mnu_MenuID id = manager->insertItem(name, name);
         if (!id.IsValid())
             continue;
         manager->setItemCheckable(id, true);
-        const QString identifier = mIDListenerP->element<QString>(i);
+        const QString identifier = mIDModel->element<QString>(i);
         mItemIdentifierMap[id] = identifier;
         mMenuP->setIDAssignedToSegment(this, id);
         mIDs.push_back(id);
-        if (mAccelListenerP->isConnectedToModel())
-            manager->setItemAccelerator(id, mAccelListenerP->element<QString>(i));
+        if (mAccelModel.isConnected())
+            manager->setItemAccelerator(id, mAccelModel->element<QString>(i));
         if (identifier == mCurrentItemText) {
             manager->setItemChecked(id, true);
             mCurrentItemID = id;
@@ -64,17 +56,17 @@ int Mnu_RadioListSegment::instantiate(Mnu_Manager* manager)
 
 int Mnu_RadioListSegment::getVisibleItemCount()
 {
-    return mVisible ? int(mArrayListenerP->size()) : 0;
+    return mVisible ? int(mArrayModel->size()) : 0;
 }
 
 int Mnu_RadioListSegment::getItemCount()
 {
-    return mArrayListenerP->isConnectedToModel() ? int(mArrayListenerP->size()) : 0;
+    return mArrayModel.isConnected() ? int(mArrayModel->size()) : 0;
 }
 
 void Mnu_RadioListSegment::itemActivated(Mnu_MenuID id)
 {
-    if (!mCurrentItemListenerP->isConnectedToModel() || id == mCurrentItemID)
+    if (!mCurrentItemModel.isConnected() || id == mCurrentItemID)
         return;
     if (mManagerP) {
         mManagerP->setItemChecked(mCurrentItemID, false);
@@ -82,17 +74,17 @@ void Mnu_RadioListSegment::itemActivated(Mnu_MenuID id)
     }
     mCurrentItemID = id;
     auto it = mItemIdentifierMap.find(id);
-    mCurrentItemListenerP->set(it == mItemIdentifierMap.end() ? QString() : it->second);
+    mCurrentItemModel.set(it == mItemIdentifierMap.end() ? QString() : it->second);
 }
 
 void Mnu_RadioListSegment::refreshState()
 {
     Mnu_Segment::instantiate(mManagerP);
     if (mEnabled && mVisible) {
-        mEnabled = mIDListenerP->isConnectedToModel() && mCurrentItemListenerP->isConnectedToModel()
-                   && mArrayListenerP->isConnectedToModel() && mNameListenerP->isConnectedToModel();
-        if (mCurrentItemListenerP->isConnectedToModel())
-            mCurrentItemText = mCurrentItemListenerP->value();
+        mEnabled = mIDModel.isConnected() && mCurrentItemModel.isConnected() && mArrayModel.isConnected()
+                   && mNameModel.isConnected();
+        if (mCurrentItemModel.isConnected())
+            mCurrentItemText = mCurrentItemModel->value();
     }
 }
 
@@ -106,26 +98,19 @@ Mnu_MenuID Mnu_RadioListSegment::getIndexedID(int index)
 void Mnu_RadioListSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     Mnu_Segment::makeConnections(environment);
-    if (!environment)
-        environment = Mv_ConnectionEnvironment::blankEnvironment();
     const QString& items = mItemsConnectionName;
-    mNameListenerP->SetConnectionName(items + QLatin1String(".name"));
-    mNameListenerP->connect(environment);
-    mIDListenerP->SetConnectionName(items + QLatin1String(".id"));
-    mIDListenerP->connect(environment);
-    mAccelListenerP->SetConnectionName(items + QLatin1String(".accel"));
-    mAccelListenerP->connect(environment);
-    mArrayListenerP->SetConnectionName(items);
-    mArrayListenerP->connect(environment);
-    mCurrentItemListenerP->SetConnectionName(mCurrentItemConnectionName);
-    mCurrentItemListenerP->connect(environment);
+    mNameModel.setSpec(items + QLatin1String(".name"));
+    mIDModel.setSpec(items + QLatin1String(".id"));
+    mAccelModel.setSpec(items + QLatin1String(".accel"));
+    mArrayModel.setSpec(items);
+    Kel_BoundPropertyBase::connectAll(environment, {&mNameModel, &mIDModel, &mAccelModel, &mArrayModel, &mCurrentItemModel});
 }
 
 void Mnu_RadioListSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_RadioListSegment");
     qDebug("%s   itemConnectionName: [%s], currentItemConnectionName: [%s], current item [%s]", qPrintable(prefix),
-           qPrintable(mItemsConnectionName), qPrintable(mCurrentItemConnectionName), qPrintable(mCurrentItemText));
+           qPrintable(mItemsConnectionName), qPrintable(mCurrentItemModel.spec()), qPrintable(mCurrentItemText));
     qDebug("%s   itemIDs total #(%ld)", qPrintable(prefix), long(mIDs.size()));
     for (const Mnu_MenuID& id : mIDs)
         id.dump(prefix + QLatin1String("      "));
@@ -137,26 +122,17 @@ void Mnu_RadioListSegment::setItemsConnectionName(const QString& name)
     if (name == mItemsConnectionName)
         return;
     mItemsConnectionName = name;
-    const std::pair<Mv_ListenerBase*, const char*> renamed[] = {
-        {mNameListenerP.get(), ".name"},
-        {mIDListenerP.get(), ".id"},
-        {mAccelListenerP.get(), ".accel"},
-    };
-    for (const auto& entry : renamed) {
-        entry.first->ClearConnection();
-        entry.first->SetConnectionName(name + QLatin1String(entry.second));
-    }
-    mArrayListenerP->ClearConnection();
-    mArrayListenerP->SetConnectionName(name);
+    mNameModel.rename(name + QLatin1String(".name"));
+    mIDModel.rename(name + QLatin1String(".id"));
+    mAccelModel.rename(name + QLatin1String(".accel"));
+    mArrayModel.rename(name);
 }
 
 void Mnu_RadioListSegment::setSelectedItemConnectionName(const QString& name)
 {
-    if (name == mCurrentItemConnectionName)
+    if (name == mCurrentItemModel.spec())
         return;
-    mCurrentItemConnectionName = name;
-    mCurrentItemListenerP->ClearConnection();
-    mCurrentItemListenerP->SetConnectionName(name);
+    mCurrentItemModel.rename(name);
 }
 
 bool Mnu_RadioListSegment::parseSubElement(QDomElement* element)
@@ -175,9 +151,9 @@ bool Mnu_RadioListSegment::parseSubElement(QDomElement* element)
 
 void Mnu_RadioListSegment::handleMsgSelectionChanged()
 {
-    if (!mCurrentItemListenerP->isConnectedToModel())
+    if (!mCurrentItemModel.isConnected())
         return;
-    mCurrentItemText = mCurrentItemListenerP->value();
+    mCurrentItemText = mCurrentItemModel->value();
     mCurrentItemID = Mnu_MenuID();
     for (const Mnu_MenuID& id : mIDs) {
         auto it = mItemIdentifierMap.find(id);

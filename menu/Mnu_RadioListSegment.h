@@ -6,7 +6,6 @@
 #include "Mvt_ArrayContainer.h"
 
 #include <map>
-#include <memory>
 #include <vector>
 
 // An exclusive choice among the elements of an array model. Elements give
@@ -32,7 +31,7 @@ public:
     QString getItemsConnectionName() const { return mItemsConnectionName; }
     // Renames the ".name", ".id", ".accel" and array listeners.
     void setItemsConnectionName(const QString& name);
-    QString getSelectedItemConnectionName() const { return mCurrentItemConnectionName; }
+    QString getSelectedItemConnectionName() const { return mCurrentItemModel.spec(); }
     void setSelectedItemConnectionName(const QString& name);
     // The checked item of the last instantiation or selection change, or invalid.
     Mnu_MenuID getCurrentItemID() const { return mCurrentItemID; }
@@ -43,19 +42,20 @@ protected:
     void handleMsgSelectionChanged();
 
 private:
-    typedef Mvt_Array<Mvt_SimpleValue<QString>>::Listener StringArrayListener;
+    typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> StringField;
+    // Every model is connected even with an empty name.
+    static constexpr Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
 
     Mnu_MenuID mCurrentItemID;
     QString mCurrentItemText;
     std::map<Mnu_MenuID, QString> mItemIdentifierMap;
     std::vector<Mnu_MenuID> mIDs;
     QString mItemsConnectionName;
-    QString mCurrentItemConnectionName;
-    std::unique_ptr<StringListener> mCurrentItemListenerP;
-    std::unique_ptr<StringArrayListener> mNameListenerP;
-    std::unique_ptr<StringArrayListener> mIDListenerP;
-    std::unique_ptr<StringArrayListener> mAccelListenerP;
-    std::unique_ptr<Mvt_ArrayContainer::Listener> mArrayListenerP;
+    StringProperty mCurrentItemModel{this, kAlways};
+    StringField mNameModel{this, kAlways};
+    StringField mIDModel{this, kAlways};
+    StringField mAccelModel{this, kAlways};
+    Kel_BoundProperty<Mvt_ArrayContainer::Listener> mArrayModel{this, kAlways};
 };
 
 #endif

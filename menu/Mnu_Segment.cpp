@@ -27,18 +27,13 @@ const qint64 kMaxIconFileSize = 16 * 1024 * 1024;
 Mnu_Segment::Mnu_Segment(Mnu_Menu* menu)
     : mMenuP(menu), mManagerP(nullptr), mIconDataLength(0), mEnabled(false), mVisible(false)
 {
+    mTextModel.onNotify([this] { handleTextChanged(); });
+    mAcceleratorModel.onNotify([this] { handleAcceleratorChanged(); });
+    mWhatsThisModel.onNotify([this] { handleWhatsThisChanged(); });
+    mWhyDisabledModel.onNotify([this] { handleWhatsThisChanged(); });
 }
 
-Mnu_Segment::~Mnu_Segment()
-{
-    // The listeners may still hold callbacks into this object.
-    for (Mv_ListenerBase* listener : std::initializer_list<Mv_ListenerBase*>{
-             mTextListenerP.get(), mAcceleratorListenerP.get(), mVisibleListenerP.get(), mEnableListenerP.get(),
-             mWhatsThisListenerP.get(), mWhyDisabledListenerP.get()}) {
-        if (listener)
-            listener->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
-    }
-}
+Mnu_Segment::~Mnu_Segment() = default;
 
 Mnu_Segment* Mnu_Segment::SegmentFactory(Mnu_Menu* menu, QDomElement* element)
 {
@@ -79,26 +74,19 @@ int Mnu_Segment::instantiate(Mnu_Manager* manager)
 
     // A state whose model cannot be reached is off: such items are hidden
     // or disabled rather than shown in a state nobody controls.
-    if (mVisibleConnectionName.isEmpty())
-        mVisible = true;
-    else
-        mVisible = mVisibleListenerP && mVisibleListenerP->isConnectedToModel() && mVisibleListenerP->value(false);
+    mVisible = !mVisibleModel.isNamed() || (mVisibleModel.isConnected() && mVisibleModel->value(false));
+    mEnabled = !mEnableModel.isNamed() || (mEnableModel.isConnected() && mEnableModel->value(false));
 
-    if (mEnableConnectionName.isEmpty())
-        mEnabled = true;
-    else
-        mEnabled = mEnableListenerP && mEnableListenerP->isConnectedToModel() && mEnableListenerP->value(false);
+    if (mTextModel.isNamed() && mTextModel.isConnected())
+        mConnectedText = mTextModel->value();
+    mDisplayedText = mTextModel.isNamed() && !mConnectedText.isEmpty() ? mConnectedText : mText;
 
-    if (!mTextConnectionName.isEmpty() && mTextListenerP && mTextListenerP->isConnectedToModel())
-        mConnectedText = mTextListenerP->value();
-    mDisplayedText = !mTextConnectionName.isEmpty() && !mConnectedText.isEmpty() ? mConnectedText : mText;
-
-    if (!mAcceleratorConnectionName.isEmpty() && mAcceleratorListenerP && mAcceleratorListenerP->isConnectedToModel()) {
-        const QString accelerator = mAcceleratorListenerP->value();
+    if (mAcceleratorModel.isNamed() && mAcceleratorModel.isConnected()) {
+        const QString accelerator = mAcceleratorModel->value();
         if (!accelerator.isNull())
             mConnectedAccelerator = accelerator;
     }
-    mEffectiveAccelerator = !mAcceleratorConnectionName.isEmpty() && !mConnectedAccelerator.isEmpty()
+    mEffectiveAccelerator = mAcceleratorModel.isNamed() && !mConnectedAccelerator.isEmpty()
                                 ? mConnectedAccelerator
                                 : mAccelerator;
     return 0;
@@ -163,12 +151,12 @@ QString Mnu_Segment::getDisplayedText() const
 
 QString Mnu_Segment::getTextConnectionName() const
 {
-    return mTextConnectionName;
+    return mTextModel.spec();
 }
 
 void Mnu_Segment::setTextConnectionName(const QString& name)
 {
-    mTextConnectionName = name;
+    mTextModel.setSpec(name);
 }
 
 QString Mnu_Segment::getAccelerator() const
@@ -183,12 +171,12 @@ void Mnu_Segment::setAccelerator(const QString& accelerator)
 
 QString Mnu_Segment::getAcceleratorConnectionName() const
 {
-    return mAcceleratorConnectionName;
+    return mAcceleratorModel.spec();
 }
 
 void Mnu_Segment::setAcceleratorConnectionName(const QString& name)
 {
-    mAcceleratorConnectionName = name;
+    mAcceleratorModel.setSpec(name);
 }
 
 QString Mnu_Segment::getIconName() const
@@ -204,42 +192,42 @@ void Mnu_Segment::setIconName(const QString& name)
 
 QString Mnu_Segment::getEnableConnectionName() const
 {
-    return mEnableConnectionName;
+    return mEnableModel.spec();
 }
 
 void Mnu_Segment::setEnableConnectionName(const QString& name)
 {
-    mEnableConnectionName = name;
+    mEnableModel.setSpec(name);
 }
 
 QString Mnu_Segment::getVisibleConnectionName() const
 {
-    return mVisibleConnectionName;
+    return mVisibleModel.spec();
 }
 
 void Mnu_Segment::setVisibleConnectionName(const QString& name)
 {
-    mVisibleConnectionName = name;
+    mVisibleModel.setSpec(name);
 }
 
 QString Mnu_Segment::getWhatsThisConnectionName() const
 {
-    return mWhatsThisConnectionName;
+    return mWhatsThisModel.spec();
 }
 
 void Mnu_Segment::setWhatsThisConnectionName(const QString& name)
 {
-    mWhatsThisConnectionName = name;
+    mWhatsThisModel.setSpec(name);
 }
 
 QString Mnu_Segment::getWhyDisabledConnectionName() const
 {
-    return mWhyDisabledConnectionName;
+    return mWhyDisabledModel.spec();
 }
 
 void Mnu_Segment::setWhyDisabledConnectionName(const QString& name)
 {
-    mWhyDisabledConnectionName = name;
+    mWhyDisabledModel.setSpec(name);
 }
 
 QString Mnu_Segment::getWhatsThisText() const
@@ -254,17 +242,8 @@ void Mnu_Segment::setWhatsThisText(const QString& text)
 
 void Mnu_Segment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectListener(mTextListenerP, mTextConnectionName, environment,
-                    [this](const Mv_MessageInterface&) { handleTextChanged(); });
-    connectListener(mAcceleratorListenerP, mAcceleratorConnectionName, environment,
-                    [this](const Mv_MessageInterface&) { handleAcceleratorChanged(); });
-    // Visible and enabled are read at each instantiation; nothing to keep.
-    connectListener(mVisibleListenerP, mVisibleConnectionName, environment, Mv_ListenerBase::ReceiveMessageCB());
-    connectListener(mEnableListenerP, mEnableConnectionName, environment, Mv_ListenerBase::ReceiveMessageCB());
-    connectListener(mWhatsThisListenerP, mWhatsThisConnectionName, environment,
-                    [this](const Mv_MessageInterface&) { handleWhatsThisChanged(); });
-    connectListener(mWhyDisabledListenerP, mWhyDisabledConnectionName, environment,
-                    [this](const Mv_MessageInterface&) { handleWhatsThisChanged(); });
+    Kel_BoundPropertyBase::connectAll(environment, {&mTextModel, &mAcceleratorModel, &mVisibleModel, &mEnableModel,
+                                                    &mWhatsThisModel, &mWhyDisabledModel});
 }
 
 void Mnu_Segment::dump(const QString& prefix) const
@@ -291,24 +270,24 @@ bool Mnu_Segment::parseSubElement(QDomElement* element)
     else if (tag == QLatin1String("Text"))
         mText = element->text();
     else if (tag == QLatin1String("TextConnectionName"))
-        mTextConnectionName = element->text();
+        mTextModel.setSpec(element->text());
     else if (tag == QLatin1String("Accelerator"))
         mAccelerator = element->text();
     else if (tag == QLatin1String("AcceleratorConnectionName"))
-        mAcceleratorConnectionName = element->text();
+        mAcceleratorModel.setSpec(element->text());
     else if (tag == QLatin1String("VisibleConnectionName"))
-        mVisibleConnectionName = element->text();
+        mVisibleModel.setSpec(element->text());
     else if (tag == QLatin1String("EnableConnectionName"))
-        mEnableConnectionName = element->text();
+        mEnableModel.setSpec(element->text());
     else if (tag == QLatin1String("Icon")) {
         mIconName = element->text();
         readIconFile();
     } else if (tag == QLatin1String("WhatsThisText"))
         mWhatsThisText = element->text();
     else if (tag == QLatin1String("WhatsThisConnectionName"))
-        mWhatsThisConnectionName = element->text();
+        mWhatsThisModel.setSpec(element->text());
     else if (tag == QLatin1String("WhyDisabledConnectionName"))
-        mWhyDisabledConnectionName = element->text();
+        mWhyDisabledModel.setSpec(element->text());
     else
         return false;
     return true;
@@ -339,21 +318,20 @@ bool Mnu_Segment::readIconFile()
 
 void Mnu_Segment::doWhatsThisConnections()
 {
-    if (!mEnabled && !mWhyDisabledConnectionName.isEmpty() && mWhyDisabledListenerP
-        && mWhyDisabledListenerP->isConnectedToModel()) {
-        const QString why = mWhyDisabledListenerP->value();
+    if (!mEnabled && mWhyDisabledModel.isNamed() && mWhyDisabledModel.isConnected()) {
+        const QString why = mWhyDisabledModel->value();
         if (!why.isEmpty()) {
             mEffectiveWhatsThisText = why;
             return;
         }
     }
-    if (mWhatsThisConnectionName.isEmpty()) {
+    if (!mWhatsThisModel.isNamed()) {
         mEffectiveWhatsThisText = mWhatsThisText;
         return;
     }
     QString text;
-    if (mWhatsThisListenerP && mWhatsThisListenerP->isConnectedToModel())
-        text = mWhatsThisListenerP->value();
+    if (mWhatsThisModel.isConnected())
+        text = mWhatsThisModel->value();
     mEffectiveWhatsThisText = text.isEmpty() ? mWhatsThisText : text;
 }
 
@@ -373,15 +351,15 @@ void Mnu_Segment::applyCommonItemSettings(Mnu_MenuID id)
 
 void Mnu_Segment::handleTextChanged()
 {
-    if (mTextListenerP && mTextListenerP->isConnectedToModel())
-        mConnectedText = mTextListenerP->value();
+    if (mTextModel.isConnected())
+        mConnectedText = mTextModel->value();
 }
 
 void Mnu_Segment::handleAcceleratorChanged()
 {
-    if (!mAcceleratorListenerP || !mAcceleratorListenerP->isConnectedToModel())
+    if (!mAcceleratorModel.isConnected())
         return;
-    const QString accelerator = mAcceleratorListenerP->value();
+    const QString accelerator = mAcceleratorModel->value();
     if (!accelerator.isNull())
         mConnectedAccelerator = accelerator;
 }

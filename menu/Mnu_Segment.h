@@ -1,6 +1,7 @@
 #ifndef MNU_SEGMENT_H
 #define MNU_SEGMENT_H
 
+#include "Kel_BoundProperty.h"
 #include "Mnu_MenuID.h"
 #include "Mv_ConnectionEnvironment.h"
 #include "Mvt_SimpleValue.h"
@@ -110,48 +111,37 @@ public:
 protected:
     explicit Mnu_Segment(Mnu_Menu* menu);
 
-    typedef Mvt_SimpleValue<QString>::Listener StringListener;
-    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> StringProperty;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
 
     // Header line shared by the dumps of every kind.
     void dumpSegmentInformation(const QString& prefix, const char* className) const;
     // The common item settings: enabled state and what's-this text.
     void applyCommonItemSettings(Mnu_MenuID id);
-    // Replaces listener with a new one named name, whose notifications go to
-    // callback (may be empty), and connects it in environment (blank when
-    // null). With an empty name the listener is only dropped.
-    template <class Listener>
-    static void connectListener(std::unique_ptr<Listener>& listener, const QString& name,
-                                boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
-                                const Mv_ListenerBase::ReceiveMessageCB& callback);
 
     Mnu_Menu* mMenuP;
     Mnu_Manager* mManagerP;
     QString mName;
-    QString mTextConnectionName;
     QString mText;
     QString mDisplayedText;
     QString mConnectedText;
     QString mAccelerator;
-    QString mAcceleratorConnectionName;
     QString mEffectiveAccelerator;
     QString mConnectedAccelerator;
     QString mIconName;
-    QString mEnableConnectionName;
-    QString mVisibleConnectionName;
     QString mWhatsThisText;
-    QString mWhatsThisConnectionName;
-    QString mWhyDisabledConnectionName;
     std::unique_ptr<unsigned char[]> mIconDataP;
     int mIconDataLength;
     bool mEnabled;
     bool mVisible;
-    std::unique_ptr<StringListener> mTextListenerP;
-    std::unique_ptr<StringListener> mAcceleratorListenerP;
-    std::unique_ptr<BoolListener> mVisibleListenerP;
-    std::unique_ptr<BoolListener> mEnableListenerP;
-    std::unique_ptr<StringListener> mWhatsThisListenerP;
-    std::unique_ptr<StringListener> mWhyDisabledListenerP;
+    // Visible and enabled are read at each instantiation; the others keep
+    // what their models last said.
+    StringProperty mTextModel{this};
+    StringProperty mAcceleratorModel{this};
+    BoolProperty mVisibleModel{this};
+    BoolProperty mEnableModel{this};
+    StringProperty mWhatsThisModel{this};
+    StringProperty mWhyDisabledModel{this};
     QString mEffectiveWhatsThisText;
 
 private:
@@ -159,21 +149,5 @@ private:
     void handleAcceleratorChanged();
     void handleWhatsThisChanged();
 };
-
-template <class Listener>
-void Mnu_Segment::connectListener(std::unique_ptr<Listener>& listener, const QString& name,
-                                  boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
-                                  const Mv_ListenerBase::ReceiveMessageCB& callback)
-{
-    listener.reset();
-    if (name.isEmpty())
-        return;
-    // Stored before connecting, so that the notification sent by connect()
-    // already finds it.
-    listener.reset(new Listener());
-    listener->SetConnectionName(name);
-    listener->setReceiveMessageCB(callback);
-    listener->connect(environment ? environment : Mv_ConnectionEnvironment::blankEnvironment());
-}
 
 #endif

@@ -4,18 +4,16 @@
 
 Kel_BoolTextView::Kel_BoolTextView()
     : Kel_ValueViewBase(), mTrueText(QCoreApplication::translate("Kel_BoolTextView", "Yes")),
-      mFalseText(QCoreApplication::translate("Kel_BoolTextView", "No")),
-      mValueListenerP(new Mvt_SimpleValue<bool>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+      mFalseText(QCoreApplication::translate("Kel_BoolTextView", "No"))
 {
-    refreshOnNotification(*mValueListenerP);
+    refreshOnNotification(mValue);
 }
 
 Kel_BoolTextView::Kel_BoolTextView(const Kel_BoolTextView& other)
-    : Kel_ValueViewBase(other), mConnectionName(other.mConnectionName), mTrueText(other.mTrueText),
-      mFalseText(other.mFalseText),
-      mValueListenerP(new Mvt_SimpleValue<bool>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase(other), mTrueText(other.mTrueText), mFalseText(other.mFalseText)
 {
-    refreshOnNotification(*mValueListenerP);
+    mValue.setSpec(other.mValue.spec());
+    refreshOnNotification(mValue);
 }
 
 Kel_BoolTextView::~Kel_BoolTextView() = default;
@@ -38,7 +36,7 @@ void Kel_BoolTextView::setFalseText(const QString& text)
 
 void Kel_BoolTextView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectValueListener(*mValueListenerP, mConnectionName, environment);
+    mValue.connect(environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 
@@ -50,7 +48,7 @@ Kel_ViewInterface* Kel_BoolTextView::clone()
 void Kel_BoolTextView::readValues()
 {
     bool value = false;
-    if (!mValueListenerP->get(value))
+    if (!mValue->get(value))
         setText(QString());
     else
         setText(value ? mTrueText : mFalseText);

@@ -17,8 +17,8 @@ public:
     ~Kel_BoolTextView() override;
 
     // Connection specification of the bool model; takes effect at the next makeConnections.
-    void setConnectionName(const QString& spec) { mConnectionName = spec; }
-    QString getConnectionName() const { return mConnectionName; }
+    void setConnectionName(const QString& spec) { mValue.setSpec(spec); }
+    QString getConnectionName() const { return mValue.spec(); }
     // The texts shown for true and for false.
     void setTrueText(const QString& text);
     QString getTrueText() const { return mTrueText; }
@@ -32,10 +32,9 @@ protected:
     void readValues() override;
 
 private:
-    QString mConnectionName;
     QString mTrueText;
     QString mFalseText;
-    std::unique_ptr<Mvt_SimpleValue<bool>::Listener> mValueListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mValue{nullptr, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

@@ -1,25 +1,24 @@
 #include "Kel_LongIntView.h"
 
 Kel_LongIntView::Kel_LongIntView()
-    : Kel_ValueViewBase(),
-      mValueListenerP(new Mvt_SimpleValue<long>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase()
 {
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    refreshOnNotification(*mValueListenerP);
+    refreshOnNotification(mValue);
 }
 
 Kel_LongIntView::Kel_LongIntView(const Kel_LongIntView& other)
-    : Kel_ValueViewBase(other), mConnectionName(other.mConnectionName),
-      mValueListenerP(new Mvt_SimpleValue<long>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase(other)
 {
-    refreshOnNotification(*mValueListenerP);
+    mValue.setSpec(other.mValue.spec());
+    refreshOnNotification(mValue);
 }
 
 Kel_LongIntView::~Kel_LongIntView() = default;
 
 void Kel_LongIntView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectValueListener(*mValueListenerP, mConnectionName, environment);
+    mValue.connect(environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 
@@ -31,5 +30,5 @@ Kel_ViewInterface* Kel_LongIntView::clone()
 void Kel_LongIntView::readValues()
 {
     long value = 0;
-    setText(mValueListenerP->get(value) ? QString::number(value) : QString());
+    setText(mValue->get(value) ? QString::number(value) : QString());
 }

@@ -17,8 +17,8 @@ public:
     ~Kel_LongIntView() override;
 
     // Connection specification of the long model; takes effect at the next makeConnections.
-    void setConnectionName(const QString& spec) { mConnectionName = spec; }
-    QString getConnectionName() const { return mConnectionName; }
+    void setConnectionName(const QString& spec) { mValue.setSpec(spec); }
+    QString getConnectionName() const { return mValue.spec(); }
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     Kel_ViewInterface* clone() override;
@@ -27,8 +27,7 @@ protected:
     void readValues() override;
 
 private:
-    QString mConnectionName;
-    std::unique_ptr<Mvt_SimpleValue<long>::Listener> mValueListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> mValue{nullptr, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

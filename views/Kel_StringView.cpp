@@ -1,29 +1,27 @@
 #include "Kel_StringView.h"
 
 Kel_StringView::Kel_StringView()
-    : Kel_ValueViewBase(),
-      mTextListenerP(new Mvt_SimpleValue<QString>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment())),
-      mColorListenerP(new Mvt_SimpleValue<QColor>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase()
 {
-    refreshOnNotification(*mTextListenerP);
-    refreshOnNotification(*mColorListenerP);
+    refreshOnNotification(mText);
+    refreshOnNotification(mColor);
 }
 
 Kel_StringView::Kel_StringView(const Kel_StringView& other)
-    : Kel_ValueViewBase(other), mConnectionID(other.mConnectionID), mColorConn(other.mColorConn),
-      mTextListenerP(new Mvt_SimpleValue<QString>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment())),
-      mColorListenerP(new Mvt_SimpleValue<QColor>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase(other)
 {
-    refreshOnNotification(*mTextListenerP);
-    refreshOnNotification(*mColorListenerP);
+    mText.setSpec(other.mText.spec());
+    mColor.setSpec(other.mColor.spec());
+    refreshOnNotification(mText);
+    refreshOnNotification(mColor);
 }
 
 Kel_StringView::~Kel_StringView() = default;
 
 void Kel_StringView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectValueListener(*mTextListenerP, mConnectionID, environment);
-    connectListener(*mColorListenerP, mColorConn, environment);
+    mText.connect(environment);
+    mColor.connect(environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 
@@ -34,6 +32,6 @@ Kel_ViewInterface* Kel_StringView::clone()
 
 void Kel_StringView::readValues()
 {
-    setText(mTextListenerP->value(QString()));
-    setTextColor(mColorListenerP->value(QColor()));
+    setText(mText->value(QString()));
+    setTextColor(mColor->value(QColor()));
 }

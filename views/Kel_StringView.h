@@ -19,11 +19,11 @@ public:
     ~Kel_StringView() override;
 
     // Connection specification of the string model; takes effect at the next makeConnections.
-    void SetConnectionID(const QString& spec) { mConnectionID = spec; }
-    QString GetConnectionID() const { return mConnectionID; }
+    void SetConnectionID(const QString& spec) { mText.setSpec(spec); }
+    QString GetConnectionID() const { return mText.spec(); }
     // Connection specification of the QColor model for the text colour.
-    void SetColorConn(const QString& spec) { mColorConn = spec; }
-    QString GetColorConn() const { return mColorConn; }
+    void SetColorConn(const QString& spec) { mColor.setSpec(spec); }
+    QString GetColorConn() const { return mColor.spec(); }
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     Kel_ViewInterface* clone() override;
@@ -32,10 +32,8 @@ protected:
     void readValues() override;
 
 private:
-    QString mConnectionID;
-    QString mColorConn;
-    std::unique_ptr<Mvt_SimpleValue<QString>::Listener> mTextListenerP;
-    std::unique_ptr<Mvt_SimpleValue<QColor>::Listener> mColorListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mText{nullptr, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_SimpleValue<QColor>::Listener> mColor;
 };
 
 #endif

@@ -1,25 +1,24 @@
 #include "Kel_TextView.h"
 
 Kel_TextView::Kel_TextView()
-    : Kel_ValueViewBase(),
-      mNameListenerP(new Mvt_SimpleValue<QString>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase()
 {
     setElideMode(Qt::ElideRight);
-    refreshOnNotification(*mNameListenerP);
+    refreshOnNotification(mName);
 }
 
 Kel_TextView::Kel_TextView(const Kel_TextView& other)
-    : Kel_ValueViewBase(other), mNameConnection(other.mNameConnection),
-      mNameListenerP(new Mvt_SimpleValue<QString>::Listener(QString(), Mv_ConnectionEnvironment::blankEnvironment()))
+    : Kel_ValueViewBase(other)
 {
-    refreshOnNotification(*mNameListenerP);
+    mName.setSpec(other.mName.spec());
+    refreshOnNotification(mName);
 }
 
 Kel_TextView::~Kel_TextView() = default;
 
 void Kel_TextView::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    connectValueListener(*mNameListenerP, mNameConnection, environment);
+    mName.connect(environment);
     Kel_ValueViewBase::makeConnections(environment);
 }
 
@@ -30,5 +29,5 @@ Kel_ViewInterface* Kel_TextView::clone()
 
 void Kel_TextView::readValues()
 {
-    setText(mNameListenerP->value(QString()));
+    setText(mName->value(QString()));
 }

@@ -18,8 +18,8 @@ public:
     ~Kel_TextView() override;
 
     // Connection specification of the string model; takes effect at the next makeConnections.
-    void SetNameConnection(const QString& spec) { mNameConnection = spec; }
-    QString GetNameConnection() const { return mNameConnection; }
+    void SetNameConnection(const QString& spec) { mName.setSpec(spec); }
+    QString GetNameConnection() const { return mName.spec(); }
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     Kel_ViewInterface* clone() override;
@@ -28,8 +28,7 @@ protected:
     void readValues() override;
 
 private:
-    QString mNameConnection;
-    std::unique_ptr<Mvt_SimpleValue<QString>::Listener> mNameListenerP;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mName{nullptr, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

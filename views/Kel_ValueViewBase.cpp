@@ -1,8 +1,6 @@
 #include "Kel_ValueViewBase.h"
 
 #include "Kel_FontManager.h"
-#include "Mv_ListenerBase.h"
-#include "Mv_MessageDispatcher.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -12,13 +10,6 @@ namespace {
 
 // Room between the text and the view's left and right edges.
 const int kTextMargin = 2;
-
-// Any notification (value changed, connected or disconnected) leads to a full re-read.
-const Mv_MessageDispatcher<Kel_ValueViewBase>& dispatcher()
-{
-    static const Mv_MessageDispatcher<Kel_ValueViewBase> instance(&Kel_ValueViewBase::updateAppearance);
-    return instance;
-}
 
 } // namespace
 
@@ -78,27 +69,8 @@ void Kel_ValueViewBase::drawContents(QPainter* painter, const QRect&)
     painter->restore();
 }
 
-void Kel_ValueViewBase::refreshOnNotification(Mv_ListenerBase& listener)
+void Kel_ValueViewBase::refreshOnNotification(Kel_BoundPropertyBase& property)
 {
-    listener.setReceiveMessageCB([this](const Mv_MessageInterface& message) { dispatcher().dispatch(this, message); });
-}
-
-void Kel_ValueViewBase::connectListener(Mv_ListenerBase& listener, const QString& spec,
-                                        boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
-{
-    if (spec.isEmpty()) {
-        // No longer bound: leave the model named at an earlier connection.
-        if (!listener.GetConnectionName().isEmpty())
-            listener.ClearConnection();
-        return;
-    }
-    listener.SetConnectionName(spec);
-    listener.connect(environment);
-}
-
-void Kel_ValueViewBase::connectValueListener(Mv_ListenerBase& listener, const QString& spec,
-                                             boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
-{
-    listener.SetConnectionName(spec);
-    listener.connect(environment);
+    // Any notification (value changed, connected or disconnected) leads to a full re-read.
+    property.onNotify([this] { updateAppearance(); });
 }

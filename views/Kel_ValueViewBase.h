@@ -1,13 +1,12 @@
 #ifndef KEL_VALUEVIEWBASE_H
 #define KEL_VALUEVIEWBASE_H
 
+#include "Kel_BoundProperty.h"
 #include "Kel_ViewBase.h"
 
 #include <QColor>
 #include <QFont>
 #include <QString>
-
-class Mv_ListenerBase;
 
 // The common part of views that show a model value as one line of text:
 // drawing in the list font, the text colour, alignment and eliding, and the
@@ -53,17 +52,10 @@ protected:
     void setText(const QString& text) { mText = text; }
     void setTextColor(const QColor& color) { mTextColor = color; }
     void setElideMode(Qt::TextElideMode mode) { mElideMode = mode; }
-    // Sends every notification of listener to updateAppearance.
-    void refreshOnNotification(Mv_ListenerBase& listener);
-    // Gives listener spec and connects it in environment; an empty spec
-    // leaves the listener unconnected.
-    static void connectListener(Mv_ListenerBase& listener, const QString& spec,
-                                boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
-    // The same for the listener of the value the view shows: it is connected
-    // even with an empty spec, so that every connection (bound or not) makes
-    // the view read its value again.
-    static void connectValueListener(Mv_ListenerBase& listener, const QString& spec,
-                                     boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // Sends every notification of property to updateAppearance. The
+    // property of the value the view shows is made with kConnectAlways, so
+    // that every connection (bound or not) makes the view read it again.
+    void refreshOnNotification(Kel_BoundPropertyBase& property);
 
 private:
     QString mText;

@@ -1,21 +1,21 @@
 #ifndef KEL_ACTIONBUTTON_H
 #define KEL_ACTIONBUTTON_H
 
+#include "Kel_ActionScriptRunner.h"
+#include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
 
 #include <QByteArray>
 #include <QPushButton>
 #include <QString>
-#include <memory>
-
-class TaskSchedulerTask;
-class Uip_ParseNode;
 
 // A push button that runs an action script when clicked (or on Return and
-// Enter while it has the focus). A bool model can enable it; with
-// quorAutoRepeat on, holding it down runs the script again after
-// repeatDelay ms and then every repeatInterval ms until release.
+// Enter while it has the focus). A bool model can enable it, and it is
+// greyed out while its script cannot run (a model it names is missing or an
+// action it calls says it is disabled). With quorAutoRepeat on, holding it
+// down runs the script again after repeatDelay ms and then every
+// repeatInterval ms until release.
 class Kel_ActionButton : public QPushButton, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
@@ -38,31 +38,32 @@ public:
     // Parses the script at once; one that does not parse leaves the button
     // inert. It is connected to its models at the next makeConnections.
     void SetActionScript(const QByteArray& script);
-    QByteArray GetActionScript() const { return mActionScript.toLatin1(); }
+    QByteArray GetActionScript() const { return mScript.script(); }
 
     // Switching auto-repeat off stops a running repeat.
-    void SetQuorAutoRepeat(bool on);
-    bool GetQuorAutoRepeat() const { return mQuorAutoRepeat; }
+    void SetQuorAutoRepeat(bool on) { mScript.setAutoRepeat(on); }
+    bool GetQuorAutoRepeat() const { return mScript.autoRepeat(); }
     // Takes effect at the next press.
-    void SetRepeatDelay(int ms);
-    int GetRepeatDelay() const { return mRepeatDelay; }
+    void SetRepeatDelay(int ms) { mScript.setRepeatDelay(ms); }
+    int GetRepeatDelay() const { return mScript.repeatDelay(); }
     // Takes effect at once, also while the button is held (then also for a
     // first repeat still to come).
-    void SetRepeatInterval(int ms);
-    int GetRepeatInterval() const { return mRepeatInterval; }
+    void SetRepeatInterval(int ms) { mScript.setRepeatInterval(ms); }
+    int GetRepeatInterval() const { return mScript.repeatInterval(); }
 
     // Connection specification of the bool model that enables the button;
     // takes effect at the next makeConnections.
-    void setEnabledStateConnectionSpec(const QByteArray& spec);
-    QByteArray getEnabledStateConnectionSpec() const { return mEnabledStateConnection.toUtf8(); }
+    void setEnabledStateConnectionSpec(const QByteArray& spec) { mEnabledState.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getEnabledStateConnectionSpec() const { return mEnabledState.spec().toUtf8(); }
     void SetDefaultEnabledState(bool enabled);
     bool GetDefaultEnabledState() const { return mDefaultEnabledState; }
 
     // Connects the script and the enabled-state model. A script whose models
-    // are missing is dropped: the button stays inert until it gets a new one.
+    // are missing keeps the button greyed out until they are published.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
-    // Enabled as the enabled-state model says, or by default while none is connected.
+    // Enabled as the enabled-state model says, or by default while none is
+    // connected, and only while the script can run.
     void updateEnabledAppearance();
 
 signals:
@@ -84,21 +85,8 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    void runScript();
-    void repeatHandler();
-    void stopRepeat();
-
-    QString mEnabledStateConnection;
-    std::unique_ptr<Mvt_SimpleValue<bool>::Listener> mEnabledStateListenerP;
-    // Shared so that a script that deletes the button while it runs finishes safely.
-    std::shared_ptr<Uip_ParseNode> mScriptP;
-    QString mActionScript;
-    bool mQuorAutoRepeat;
-    int mRepeatDelay;
-    int mRepeatInterval;
-    // Deleted with the button: no repeat outlives it.
-    std::unique_ptr<TaskSchedulerTask> mRepeatTaskP;
-    int mRepeatState; // 0 idle, 1 waiting for the first repeat, 2 repeating
+    Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mEnabledState{this};
+    Kel_ActionScriptRunner mScript{this, "ActionButtonAutoRepeatTask"};
     bool mDefaultEnabledState;
 };
 

@@ -1,13 +1,14 @@
 #ifndef KEL_CHECKBOX_H
 #define KEL_CHECKBOX_H
 
+#include "Kel_BoundFont.h"
+#include "Kel_BoundProperty.h"
 #include "Kel_IPointOfInterestFinder.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
 
 #include <QByteArray>
 #include <QCheckBox>
-#include <memory>
 
 // A check box bound to a bool model (its checked state), optionally to bool
 // models for its visible and enabled states, and to a named font. Without a
@@ -26,14 +27,14 @@ public:
 
     // Connection specifications; they take effect at the next makeConnections.
     void setVisibleStateConnectionSpec(const QByteArray& spec);
-    QByteArray getVisibleStateConnectionSpec() const { return mVisibleStateConnectionSpec; }
+    QByteArray getVisibleStateConnectionSpec() const { return mVisibleState.spec().toUtf8(); }
     void setEnabledStateConnectionSpec(const QByteArray& spec);
-    QByteArray getEnabledStateConnectionSpec() const { return mEnabledStateConnectionSpec; }
+    QByteArray getEnabledStateConnectionSpec() const { return mEnabledState.spec().toUtf8(); }
     void setCheckedStateConnectionSpec(const QByteArray& spec);
-    QByteArray getCheckedStateConnectionSpec() const { return mCheckedStateConnectionSpec; }
+    QByteArray getCheckedStateConnectionSpec() const { return mCheckedState.spec().toUtf8(); }
     // A Kel_FontManager key (not a model); a non-empty key sets the font at once.
-    void setFontConnectionSpec(const QByteArray& key);
-    QByteArray getFontConnectionSpec() const { return mFontConnectionSpec; }
+    void setFontConnectionSpec(const QByteArray& key) { mFont.setKey(key); }
+    QByteArray getFontConnectionSpec() const { return mFont.key(); }
 
     // Connects the visible and enabled listeners when they are named, and
     // the checked-state listener always.
@@ -51,15 +52,13 @@ protected slots:
     void userChangedCheckedState(bool checked);
 
 private:
-    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
 
-    std::unique_ptr<BoolListener> mVisibleStateListenerP;
-    std::unique_ptr<BoolListener> mEnabledStateListenerP;
-    std::unique_ptr<BoolListener> mCheckedStateListenerP;
-    QByteArray mVisibleStateConnectionSpec;
-    QByteArray mEnabledStateConnectionSpec;
-    QByteArray mCheckedStateConnectionSpec;
-    QByteArray mFontConnectionSpec;
+    BoolProperty mVisibleState{this};
+    BoolProperty mEnabledState{this};
+    // Connected always, so that a box whose main model is missing shows as disabled.
+    BoolProperty mCheckedState{this, BoolProperty::kConnectAlways};
+    Kel_BoundFont mFont{this};
     // Set while the box shows a model's value or undoes a refused change, so
     // that the resulting toggled signal is not taken for a user change.
     bool mApplyingModelState;

@@ -1,6 +1,8 @@
 #ifndef KEL_IMMEDIATEACTIONBUTTON_H
 #define KEL_IMMEDIATEACTIONBUTTON_H
 
+#include "Kel_ActionScriptRunner.h"
+#include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_Action.h"
 #include "Mvt_SimpleValue.h"
@@ -8,17 +10,16 @@
 #include <QByteArray>
 #include <QPixmap>
 #include <QWidget>
-#include <memory>
 
 class QContextMenuEvent;
-class TaskSchedulerTask;
-class Uip_ParseNode;
 
 // An image button for transport controls: it runs its action script the
 // moment the mouse button goes down (or, with actionDelay, on a release
 // inside it), can auto-repeat while held, draws one image per visual state,
-// and can be enabled and shown by bool models. A right-click calls the
-// context-menu action model, if one is named.
+// and can be enabled and shown by bool models. It is greyed out while its
+// script cannot run (a model it names is missing or an action it calls
+// says it is disabled). A right-click calls the context-menu action model,
+// if one is named.
 class Kel_ImmediateActionButton : public QWidget, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
@@ -54,8 +55,8 @@ public:
     ~Kel_ImmediateActionButton() override;
 
     // Parses the script at once; one that does not parse leaves the button inert.
-    void setActionScript(QByteArray script);
-    QByteArray getActionScript() const { return mActionScript; }
+    void setActionScript(QByteArray script) { mScript.setScript(script); }
+    QByteArray getActionScript() const { return mScript.script(); }
 
     // Image paths relative to the resource path. A file that does not load
     // keeps the previous image.
@@ -70,39 +71,40 @@ public:
     bool getImageReversed() const { return mImageReversed; }
 
     // Switching auto-repeat off stops a running repeat.
-    void setQuorAutoRepeat(bool on);
-    bool getQuorAutoRepeat() const { return mQuorAutoRepeat; }
+    void setQuorAutoRepeat(bool on) { mScript.setAutoRepeat(on); }
+    bool getQuorAutoRepeat() const { return mScript.autoRepeat(); }
     // Takes effect at the next press.
-    void setRepeatDelay(int ms);
-    int getRepeatDelay() const { return mRepeatDelay; }
+    void setRepeatDelay(int ms) { mScript.setRepeatDelay(ms); }
+    int getRepeatDelay() const { return mScript.repeatDelay(); }
     // Takes effect at once, also while the button is held.
-    void setRepeatInterval(int ms);
-    int getRepeatInterval() const { return mRepeatInterval; }
+    void setRepeatInterval(int ms) { mScript.setRepeatInterval(ms); }
+    int getRepeatInterval() const { return mScript.repeatInterval(); }
     // Runs the script on a release inside the button instead of on press.
     void setActionDelay(bool delay);
     bool getActionDelay() const { return mActionDelay; }
 
     // Connection specifications; they take effect at the next makeConnections.
-    void setEnabledStateConnSpec(QByteArray spec);
-    QByteArray getEnabledStateConnSpec() const { return mEnabledConnSpec; }
-    void setVisibleStateConnectionSpec(QByteArray spec);
-    QByteArray getVisibleStateConnectionSpec() const { return mVisibleStateConnectionSpec; }
+    void setEnabledStateConnSpec(QByteArray spec) { mEnabled.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getEnabledStateConnSpec() const { return mEnabled.spec().toUtf8(); }
+    void setVisibleStateConnectionSpec(QByteArray spec) { mVisible.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getVisibleStateConnectionSpec() const { return mVisible.spec().toUtf8(); }
     // With a context-menu specification the right button no longer presses the button.
-    void setContextMenuConnectionSpec(QByteArray spec);
-    QByteArray getContextMenuConnectionSpec() const { return mContextMenuConnSpec; }
+    void setContextMenuConnectionSpec(QByteArray spec) { mContextMenu.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getContextMenuConnectionSpec() const { return mContextMenu.spec().toUtf8(); }
 
     visualState getVisualState() const { return mVisualState; }
 
     // Connects the script, then the enabled, visible and context-menu models
-    // that are named. A script whose models are missing is dropped: the
-    // button stays inert until it gets a new one.
+    // that are named. A script whose models are missing keeps the button
+    // greyed out until they are published.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
     // The current image's size; 32 x 32 without one.
     QSize sizeHint() const override;
 
-    // Normal and enabled, or disabled, as the enabled model says; nothing
-    // changes while no enabled model is connected.
+    // Normal and enabled, or disabled, as the enabled model says and only
+    // while the script can run; without an enabled model only the script
+    // greys the button out and gives it back.
     void handleMsgEnabledStateDefault();
     // Shown as the visible model says; without a specification always shown,
     // with one hidden until its model says otherwise.
@@ -119,34 +121,24 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
-    typedef Mvt_SimpleValue<bool>::Listener BoolListener;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
 
     void setImage(visualState state, const QByteArray& path);
+    void showEnabled(bool enabled);
     bool isContextMenuClick(const QMouseEvent* event) const;
-    void runScript();
-    void repeatHandler();
-    void stopRepeat();
 
-    std::unique_ptr<BoolListener> mEnabledListenerP;
-    std::unique_ptr<BoolListener> mVisibleListenerP;
-    std::unique_ptr<ContextMenuAction::Listener> mContextMenuListenerP;
-    QByteArray mEnabledConnSpec;
-    QByteArray mVisibleStateConnectionSpec;
-    QByteArray mContextMenuConnSpec;
-    // Deleted with the button: no repeat outlives it.
-    std::unique_ptr<TaskSchedulerTask> mRepeatTaskP;
-    // Shared so that a script that deletes the button while it runs finishes safely.
-    std::shared_ptr<Uip_ParseNode> mScriptP;
-    QByteArray mActionScript;
+    BoolProperty mEnabled{this};
+    BoolProperty mVisible{this};
+    Kel_BoundProperty<ContextMenuAction::Listener> mContextMenu{this};
+    Kel_ActionScriptRunner mScript{this, "ImmediateActionButtonAutoRepeatTask"};
     bool mActionDelay;
     bool mImageReversed;
-    bool mQuorAutoRepeat;
     QByteArray mImageNames[kVisualStateCount];
     QPixmap mPixmaps[kVisualStateCount];
     visualState mVisualState;
-    int mRepeatState; // 0 idle, 1 waiting for the first repeat, 2 repeating
-    int mRepeatDelay;
-    int mRepeatInterval;
+    // Set while the button is greyed out because its script cannot run, so
+    // that readiness gives it back even without an enabled model.
+    bool mGreyedForScript;
 };
 
 #endif

@@ -1,13 +1,14 @@
 #ifndef KEL_LABEL_H
 #define KEL_LABEL_H
 
+#include "Kel_BoundFont.h"
+#include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_Action.h"
 #include "Mvt_SimpleValue.h"
 
 #include <QByteArray>
 #include <QLabel>
-#include <memory>
 
 class QContextMenuEvent;
 
@@ -31,15 +32,15 @@ public:
     ~Kel_Label() override;
 
     // Connection specifications; they take effect at the next makeConnections.
-    void setTextConnectionSpec(const QByteArray& spec);
-    QByteArray getTextConnectionSpec() const { return mTextConnectionSpec; }
-    void setToolTipConnections(const QByteArray& spec);
-    QByteArray getToolTipConnections() const { return mToolTipConnectionSpec; }
-    void setMenuConnStr(const QByteArray& spec);
-    QByteArray getMenuConnStr() const { return mMenuConnectionSpec; }
+    void setTextConnectionSpec(const QByteArray& spec) { mText.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getTextConnectionSpec() const { return mText.spec().toUtf8(); }
+    void setToolTipConnections(const QByteArray& spec) { mToolTip.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getToolTipConnections() const { return mToolTip.spec().toUtf8(); }
+    void setMenuConnStr(const QByteArray& spec) { mMenu.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getMenuConnStr() const { return mMenu.spec().toUtf8(); }
     // A Kel_FontManager key (not a model); a non-empty key sets the font at once.
-    void setFontConnectionSpec(const QByteArray& key);
-    QByteArray getFontConnectionSpec() const { return mFontConnectionSpec; }
+    void setFontConnectionSpec(const QByteArray& key) { mFont.setKey(key); }
+    QByteArray getFontConnectionSpec() const { return mFont.key(); }
 
     // Connects the tool-tip and menu listeners when they are named, and the
     // text listener always.
@@ -58,15 +59,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    typedef Mvt_SimpleValue<QString>::Listener StringListener;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> StringProperty;
 
-    std::unique_ptr<StringListener> mTextListenerP;
-    std::unique_ptr<StringListener> mToolTipListenerP;
-    std::unique_ptr<MenuAction::Listener> mMenuListenerP;
-    QByteArray mTextConnectionSpec;
-    QByteArray mToolTipConnectionSpec;
-    QByteArray mMenuConnectionSpec;
-    QByteArray mFontConnectionSpec;
+    // Connected always, so that every connection shows the text again.
+    StringProperty mText{this, StringProperty::kConnectAlways};
+    StringProperty mToolTip{this};
+    Kel_BoundProperty<MenuAction::Listener> mMenu{this};
+    Kel_BoundFont mFont{this};
 };
 
 #endif

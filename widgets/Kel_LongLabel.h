@@ -1,12 +1,13 @@
 #ifndef KEL_LONGLABEL_H
 #define KEL_LONGLABEL_H
 
+#include "Kel_BoundFont.h"
+#include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
 
 #include <QByteArray>
 #include <QLabel>
-#include <memory>
 
 // A label that shows the value of a long model as decimal text, in a font
 // named in the font manager. Without a specification it keeps the text it
@@ -22,11 +23,11 @@ public:
     ~Kel_LongLabel() override;
 
     // Connection specification of the long model; takes effect at the next makeConnections.
-    void SetConnectionName(const QByteArray& spec);
-    QByteArray GetConnectionName() const { return mConnectionSpec; }
+    void SetConnectionName(const QByteArray& spec) { mValue.setSpec(QString::fromUtf8(spec)); }
+    QByteArray GetConnectionName() const { return mValue.spec().toUtf8(); }
     // A Kel_FontManager key (not a model); a non-empty key sets the font at once.
-    void setFontConnectionSpec(const QByteArray& key);
-    QByteArray getFontConnectionSpec() const { return mFontConnectionSpec; }
+    void setFontConnectionSpec(const QByteArray& key) { mFont.setKey(key); }
+    QByteArray getFontConnectionSpec() const { return mFont.key(); }
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
@@ -34,9 +35,10 @@ public:
     void updateAppearance();
 
 private:
-    std::unique_ptr<Mvt_SimpleValue<long>::Listener> mValueListenerP;
-    QByteArray mConnectionSpec;
-    QByteArray mFontConnectionSpec;
+    typedef Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> LongProperty;
+
+    LongProperty mValue{this, LongProperty::kConnectAlways};
+    Kel_BoundFont mFont{this};
 };
 
 #endif

@@ -72,26 +72,28 @@ TEST_F(ActionButtonTest, ClicksAndReturnRunTheScriptThenAnnounceIt)
     EXPECT_EQ(runsSeenAfterClick, (std::vector<size_t>{1, 2, 3, 4}));
 }
 
-TEST_F(ActionButtonTest, BrokenScriptsAndTheEnabledStateModelDecideWhatRuns)
+TEST_F(ActionButtonTest, BrokenScriptsMissingModelsAndTheEnabledStateModelDecideWhatRuns)
 {
     QSignalSpy afterClick(button, &Kel_ActionButton::afterClickAction);
     button->SetActionScript("Button.Count(");
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
 
-    // A script whose model is missing is dropped for good: connecting again,
-    // even where the model exists, does not bring it back; a new script does.
+    // A script whose model is missing greys the button out and waits for the
+    // model: once it is published the button is enabled and runs it.
     button->SetActionScript("Button.Missing(); Button.Count()");
     connect();
+    EXPECT_FALSE(button->isEnabled());
+    QTest::mouseClick(button, Qt::LeftButton);
     Mve_Action<void()> late([] {}, "Button.Missing");
     late.Publish();
-    connect();
+    EXPECT_TRUE(button->isEnabled());
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_TRUE(runs.empty());
+    EXPECT_EQ(runs.size(), 1u);
     button->SetActionScript("Button.Count(); Button.Missing()");
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 1u);
+    EXPECT_EQ(runs.size(), 2u);
     EXPECT_EQ(afterClick.count(), 3);
 
     // A disabled button runs nothing; enabled, it does.
@@ -100,10 +102,19 @@ TEST_F(ActionButtonTest, BrokenScriptsAndTheEnabledStateModelDecideWhatRuns)
     button->setProperty("enabledStateConnection", QByteArray("Button.Enabled"));
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 1u);
+    EXPECT_EQ(runs.size(), 2u);
     enabled.setValue(true);
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs.size(), 3u);
+
+    // So does an action of the script that says it is disabled, whatever the model says.
+    count.setEnabled(false);
+    EXPECT_FALSE(button->isEnabled());
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(runs.size(), 3u);
+    count.setEnabled(true);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(runs.size(), 4u);
 
     // Without its model the button falls back to the default.
     button->SetDefaultEnabledState(false);

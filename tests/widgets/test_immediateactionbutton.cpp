@@ -62,7 +62,7 @@ protected:
 
 } // namespace
 
-TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseInside)
+TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseInsideWhenItCanRun)
 {
     connect();
     press();
@@ -87,15 +87,29 @@ TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseI
     release(QPoint(button->width() + 5, 4));
     EXPECT_EQ(runs.size(), 2u);
 
-    // A script whose model is missing stays dropped, even once the model exists.
+    // A script that cannot run greys the button out, with or without an
+    // enabled model: a model it names is missing, or an action says it is disabled.
     button->setActionDelay(false);
     button->setActionScript("Immediate.Later(); Immediate.Count()");
     connect();
-    Mve_Action<void()> later([] {}, "Immediate.Later");
-    later.Publish();
-    connect();
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kDisabledState);
     press();
-    EXPECT_EQ(runs.size(), 2u);
+    release();
+    Mve_Action<void()> later([] {}, "Immediate.Later");
+    later.Publish(); // published late: the button comes back and runs it
+    EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
+    press();
+    release();
+    EXPECT_EQ(runs.size(), 3u);
+    button->setEnabledStateConnSpec(QByteArray());
+    connect();
+    count.setEnabled(false);
+    EXPECT_FALSE(button->isEnabled());
+    press();
+    count.setEnabled(true);
+    EXPECT_TRUE(button->isEnabled());
+    press();
+    EXPECT_EQ(runs.size(), 4u);
 }
 
 TEST_F(ImmediateButtonTest, RightClickGoesToTheContextMenuModelWhenOneIsNamed)
@@ -186,4 +200,25 @@ TEST_F(ImmediateButtonTest, AutoRepeatWhileHeld)
     button->hide(); // the release never comes, the repeat stops anyway
     advance(1000);
     EXPECT_EQ(runs, (std::vector<qint64>{0}));
+}
+
+TEST_F(ImmediateButtonTest, AScriptThatDisablesOrHidesTheButtonStartsNoRepeat)
+{
+    Mve_SimpleValue<bool> visible(true, "Immediate.Visible");
+    visible.Publish();
+    button->setEnabledStateConnSpec("Immediate.Enabled");
+    button->setVisibleStateConnectionSpec("Immediate.Visible");
+    button->setQuorAutoRepeat(true);
+    for (const char* script : {"Immediate.Count(); Immediate.Enabled = false",
+                               "Immediate.Count(); Immediate.Visible = false"}) {
+        SCOPED_TRACE(script);
+        enabled.setValue(true);
+        visible.setValue(true);
+        button->setActionScript(script);
+        connect();
+        runs.clear();
+        press(); // nobody can release a disabled or hidden button
+        advance(3000);
+        EXPECT_EQ(runs, (std::vector<qint64>{0}));
+    }
 }

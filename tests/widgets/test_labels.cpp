@@ -4,6 +4,8 @@
 #include "Kel_Label.h"
 #include "Kel_LongLabel.h"
 #include "Mve_Action.h"
+#include "Mve_Index.h"
+#include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
 
 #include <QContextMenuEvent>
@@ -98,4 +100,40 @@ TEST_F(LabelTest, RightClickCallsTheMenuActionAndUnboundTextStays)
     EXPECT_EQ(label->text(), QStringLiteral("Volume:"));
     EXPECT_EQ(label->toolTip(), QStringLiteral("static tip"));
     EXPECT_EQ(longLabel->text(), QStringLiteral("n/a"));
+}
+
+TEST_F(LabelTest, RowLabelFollowsItsIndexModelAndTheRowsOfItsArray)
+{
+    Mve_RecordArray clips("Clips");
+    clips.addField<QString>("name");
+    clips.Publish();
+    for (const char* name : {"Intro", "Middle", "Outro"})
+        clips.setValue<QString>(clips.appendRow(), "name", QString::fromLatin1(name));
+    Mve_Index<long> row(0, "ClipList::currentRow");
+    row.Publish();
+    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+    env->set("Row", "ClipList::currentRow");
+    label->setTextConnectionSpec("Clips.name[$Row]");
+    Kel_ConnectionUtils::recursiveConnect(&window, env);
+    EXPECT_EQ(label->text(), QStringLiteral("Intro"));
+
+    row.setValue(2);
+    EXPECT_EQ(label->text(), QStringLiteral("Outro"));
+    clips.setValue<QString>(2, "name", QStringLiteral("Finale"));
+    EXPECT_EQ(label->text(), QStringLiteral("Finale"));
+    clips.setValue<QString>(1, "name", QStringLiteral("Bridge")); // another row
+    EXPECT_EQ(label->text(), QStringLiteral("Finale"));
+
+    // Rows removed under the index: the label shows whatever row the index
+    // now designates, and nothing when there is none.
+    clips.removeRows(0);
+    EXPECT_TRUE(label->text().isEmpty());
+    row.setValue(1);
+    EXPECT_EQ(label->text(), QStringLiteral("Finale"));
+    clips.removeRows(0);
+    EXPECT_TRUE(label->text().isEmpty());
+    row.setValue(0);
+    EXPECT_EQ(label->text(), QStringLiteral("Finale"));
+    clips.clearRows();
+    EXPECT_TRUE(label->text().isEmpty());
 }

@@ -1,0 +1,45 @@
+#ifndef KEL_BOUNDPROPERTY_H
+#define KEL_BOUNDPROPERTY_H
+
+#include "Kel_BoundPropertyBase.h"
+
+#include <QObject>
+#include <QPointer>
+
+// One bound property of a widget, view or menu segment: a listener of the
+// given kind (Mvt_SimpleValue<bool>::Listener, an action or array listener)
+// with its connection specification. Declaring one, naming where its
+// notifications go and listing it in makeConnections is all a property needs:
+//
+//   Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mChecked{this};
+//   mChecked.onNotify([this] { updateAppearance(); });         // constructor
+//   Kel_BoundPropertyBase::connectAll(env, {&mVisible, &mChecked}); // makeConnections
+//   bool checked = false; mChecked->get(checked);              // on notification
+//
+// The listener leaves its model and stops calling back when the property is destroyed.
+template <class Listener>
+class Kel_BoundProperty : public Kel_BoundPropertyBase
+{
+public:
+    explicit Kel_BoundProperty(QObject* owner = nullptr, ConnectPolicy policy = kConnectWhenNamed)
+        : Kel_BoundPropertyBase(new Listener(), owner, policy)
+    {
+    }
+
+    Listener& listener() const { return static_cast<Listener&>(listenerBase()); }
+    Listener* operator->() const { return &listener(); }
+
+    // Sends a set of value (value models only) and answers the model's
+    // status, or kOwnerDeleted when the resulting notification deleted the
+    // owner (the caller must then return at once).
+    template <class V>
+    int set(const V& value)
+    {
+        const bool guarded = owner() != nullptr;
+        const QPointer<QObject> self(owner());
+        const int status = listener().set(value);
+        return guarded && !self ? kOwnerDeleted : status;
+    }
+};
+
+#endif

@@ -1,0 +1,78 @@
+#ifndef KEL_BOUNDPROPERTYBASE_H
+#define KEL_BOUNDPROPERTYBASE_H
+
+#include "Mv_ConnectionEnvironment.h"
+
+#include <QString>
+#include <boost/shared_ptr.hpp>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+
+class Mv_ListenerBase;
+class Mv_MessageInterface;
+class QObject;
+
+// The untyped part of a bound property: one owned listener, its connection
+// specification, where its notifications go, and the guard that notices
+// when a notification deleted the owner. See Kel_BoundProperty.
+class Kel_BoundPropertyBase
+{
+public:
+    enum ConnectPolicy
+    {
+        // An empty specification leaves the listener unconnected (and the
+        // owner at its default); connecting does not notify the owner.
+        kConnectWhenNamed,
+        // Connected even with an empty specification, so that every
+        // connection of the owner ends with a notification and a refresh.
+        kConnectAlways
+    };
+    // Answered by sends whose notification deleted the owner.
+    static constexpr int kOwnerDeleted = -1;
+
+    typedef std::function<void(const Mv_MessageInterface&)> MessageHandler;
+
+    virtual ~Kel_BoundPropertyBase();
+    Kel_BoundPropertyBase(const Kel_BoundPropertyBase&) = delete;
+    Kel_BoundPropertyBase& operator=(const Kel_BoundPropertyBase&) = delete;
+
+    // The specification; a new one takes effect at the next connect.
+    void setSpec(const QString& spec) { mSpec = spec; }
+    const QString& spec() const { return mSpec; }
+    bool isNamed() const { return !mSpec.isEmpty(); }
+
+    // Leaves the current model at once and takes spec for the next connect.
+    void rename(const QString& spec);
+
+    // Every notification of the model (value changed, connected or
+    // disconnected) calls handler; onMessage hands it the message.
+    void onNotify(const std::function<void()>& handler);
+    void onMessage(const MessageHandler& handler);
+
+    // Connects the listener in environment (null: the blank one) as the
+    // policy says. False when a notification meanwhile deleted the owner:
+    // the caller must then return without touching its members.
+    bool connect(boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // Connects properties in order, stopping when the owner goes away (then false).
+    static bool connectAll(boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
+                           std::initializer_list<Kel_BoundPropertyBase*> properties);
+
+    bool isConnected() const;
+    Mv_ListenerBase& listenerBase() const { return *mListenerP; }
+
+protected:
+    // Takes listener; owner is the QObject that a notification may delete
+    // (null for owners that are not QObjects).
+    Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy);
+
+    QObject* owner() const { return mOwnerP; }
+
+private:
+    std::unique_ptr<Mv_ListenerBase> mListenerP;
+    QObject* mOwnerP;
+    ConnectPolicy mPolicy;
+    QString mSpec;
+};
+
+#endif
