@@ -26,7 +26,7 @@ public:
     template <class Msg>
     Mv_MessageDispatcher& addRoute(void (Owner::*handler)(const Msg&))
     {
-        mRoutes.emplace_back(&Msg::kType, [handler](Owner* owner, const Mv_MessageInterface& m) {
+        mRoutes.emplace_back(Msg::messageType(), [handler](Owner* owner, const Mv_MessageInterface& m) {
             (owner->*handler)(static_cast<const Msg&>(m));
             return true;
         });
@@ -36,7 +36,7 @@ public:
     template <class Msg>
     Mv_MessageDispatcher& addRoute(bool (Owner::*handler)(const Msg&))
     {
-        mRoutes.emplace_back(&Msg::kType, [handler](Owner* owner, const Mv_MessageInterface& m) {
+        mRoutes.emplace_back(Msg::messageType(), [handler](Owner* owner, const Mv_MessageInterface& m) {
             return (owner->*handler)(static_cast<const Msg&>(m));
         });
         return *this;
@@ -45,7 +45,7 @@ public:
     template <class Msg>
     Mv_MessageDispatcher& addSimpleRoute(void (Owner::*handler)())
     {
-        mRoutes.emplace_back(&Msg::kType, [handler](Owner* owner, const Mv_MessageInterface&) {
+        mRoutes.emplace_back(Msg::messageType(), [handler](Owner* owner, const Mv_MessageInterface&) {
             (owner->*handler)();
             return true;
         });

@@ -1,9 +1,15 @@
 #ifndef MV_MESSAGEINTERFACE_H
 #define MV_MESSAGEINTERFACE_H
 
-// Identity of one message class. Every message class owns exactly one static
-// instance (its kType); messages are recognised by the address of that
-// instance, which is cheaper than RTTI on the notification path.
+#include <typeinfo>
+
+// Identity of one message class; messages are recognised by its address,
+// which is cheaper than RTTI on the notification path. Every message class
+// answers it from a static messageType(): a plain class returns its static
+// kType, defined once in the library that declares it; a class template
+// takes it from forTemplate<T>(), because each shared library (a plug-in,
+// the application) instantiates templates for itself, so the address of a
+// static member of a template would differ from module to module.
 class Mv_MessageType
 {
 public:
@@ -13,7 +19,17 @@ public:
 
     const char* name() const { return mName; }
 
+    // The one identity, process-wide, of the message class template name
+    // instantiated for T. Callers keep it in a function-local static.
+    template <class T>
+    static const Mv_MessageType* forTemplate(const char* name)
+    {
+        return intern(name, typeid(T));
+    }
+
 private:
+    static const Mv_MessageType* intern(const char* name, const std::type_info& argument);
+
     const char* mName;
 };
 
@@ -33,10 +49,10 @@ public:
     // refuse to send them on a read-only path.
     virtual bool isModifying() const { return false; }
 
-    template <class M> bool is() const { return mTypeP == &M::kType; }
+    template <class M> bool is() const { return mTypeP == M::messageType(); }
     template <class M> const M* as() const
     {
-        return mTypeP == &M::kType ? static_cast<const M*>(this) : nullptr;
+        return mTypeP == M::messageType() ? static_cast<const M*>(this) : nullptr;
     }
 
 protected:

@@ -19,6 +19,7 @@ struct Mvt_Action_API
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgAction(const ArgumentList& arguments, Mv_Variant* result)
             : Mv_MessageInterface(&kType), mArguments(arguments), mResultP(result) {}
         bool isModifying() const override { return true; }
@@ -35,6 +36,7 @@ struct Mvt_Action_API
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgIsEnabled(bool* enabled) : Mv_MessageInterface(&kType), mEnabledP(enabled) {}
         bool* enabled() const { return mEnabledP; }
 

@@ -11,6 +11,7 @@ struct Mvt_Action_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgEnabledChanged() : Mv_MessageInterface(&kType) {}
     };
 };

@@ -11,6 +11,7 @@ struct Mvt_ArrayContainer_API
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgGetSize(long* size) : Mv_MessageInterface(&kType), mSizeP(size) {}
         long* size() const { return mSizeP; }
 

@@ -13,6 +13,7 @@ struct Mvt_ArrayContainer_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgElementsReplaced(long first, long removedEnd, long insertedCount, long newSize)
             : Mv_MessageInterface(&kType), mFirst(first), mRemovedEnd(removedEnd),
               mInsertedCount(insertedCount), mNewSize(newSize) {}
@@ -31,6 +32,7 @@ struct Mvt_ArrayContainer_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgElementsMoved(long from, long to) : Mv_MessageInterface(&kType), mFrom(from), mTo(to) {}
         long from() const { return mFrom; }
         long to() const { return mTo; }
@@ -44,6 +46,7 @@ struct Mvt_ArrayContainer_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgElementValueChanged(long index) : Mv_MessageInterface(&kType), mIndex(index) {}
         long index() const { return mIndex; }
 

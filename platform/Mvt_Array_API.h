@@ -11,6 +11,7 @@ struct Mvt_Array_API
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgElement(long index, const Mv_MessageInterface& inner)
             : Mv_MessageInterface(&kType), mIndex(index), mInnerP(&inner) {}
         bool isModifying() const override { return mInnerP->isModifying(); }

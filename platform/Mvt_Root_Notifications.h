@@ -13,6 +13,7 @@ struct Mvt_Root_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgConnectedChanged(bool connected) : Mv_MessageInterface(&kType), mConnected(connected) {}
         bool isConnected() const { return mConnected; }
 

@@ -13,8 +13,12 @@ struct Mvt_SimpleValue_API
     class MsgGet : public Mv_MessageInterface
     {
     public:
-        static inline const Mv_MessageType kType{"Mvt_SimpleValue_API::MsgGet"};
-        explicit MsgGet(T* result) : Mv_MessageInterface(&kType), mResultP(result) {}
+        static const Mv_MessageType* messageType()
+        {
+            static const Mv_MessageType* const type = Mv_MessageType::forTemplate<T>("Mvt_SimpleValue_API::MsgGet");
+            return type;
+        }
+        explicit MsgGet(T* result) : Mv_MessageInterface(messageType()), mResultP(result) {}
         T* result() const { return mResultP; }
 
     private:
@@ -26,8 +30,12 @@ struct Mvt_SimpleValue_API
     class MsgSet : public Mv_MessageInterface
     {
     public:
-        static inline const Mv_MessageType kType{"Mvt_SimpleValue_API::MsgSet"};
-        MsgSet(const T& value, int* status) : Mv_MessageInterface(&kType), mValue(value), mStatusP(status) {}
+        static const Mv_MessageType* messageType()
+        {
+            static const Mv_MessageType* const type = Mv_MessageType::forTemplate<T>("Mvt_SimpleValue_API::MsgSet");
+            return type;
+        }
+        MsgSet(const T& value, int* status) : Mv_MessageInterface(messageType()), mValue(value), mStatusP(status) {}
         bool isModifying() const override { return true; }
         const T& value() const { return mValue; }
         int* status() const { return mStatusP; }

@@ -22,6 +22,7 @@ struct Mvt_SimpleValue_BaseAPI
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgGetVariant(Mv_Variant* result) : Mv_MessageInterface(&kType), mResultP(result) {}
         Mv_Variant* result() const { return mResultP; }
 
@@ -35,6 +36,7 @@ struct Mvt_SimpleValue_BaseAPI
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         explicit MsgSetVariant(const Mv_Variant& value, int* status = nullptr)
             : Mv_MessageInterface(&kType), mValue(value), mStatusP(status) {}
         bool isModifying() const override { return true; }

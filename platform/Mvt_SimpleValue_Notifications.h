@@ -11,6 +11,7 @@ struct Mvt_SimpleValue_Notifications
     {
     public:
         static const Mv_MessageType kType;
+        static const Mv_MessageType* messageType() { return &kType; }
         MsgValueChanged() : Mv_MessageInterface(&kType) {}
     };
 };
