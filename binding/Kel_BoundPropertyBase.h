@@ -1,6 +1,8 @@
 #ifndef KEL_BOUNDPROPERTYBASE_H
 #define KEL_BOUNDPROPERTYBASE_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QString>
@@ -16,7 +18,7 @@ class QObject;
 // The untyped part of a bound property: one owned listener, its connection
 // specification, where its notifications go, and the guard that notices
 // when a notification deleted the owner. See Kel_BoundProperty.
-class Kel_BoundPropertyBase
+class KELCORE_EXPORT Kel_BoundPropertyBase
 {
 public:
     enum ConnectPolicy

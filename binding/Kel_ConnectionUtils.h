@@ -1,6 +1,8 @@
 #ifndef KEL_CONNECTIONUTILS_H
 #define KEL_CONNECTIONUTILS_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <boost/shared_ptr.hpp>
@@ -8,7 +10,7 @@
 class QObject;
 
 // Connects the bound widgets of a widget tree with one environment.
-class Kel_ConnectionUtils
+class KELCORE_EXPORT Kel_ConnectionUtils
 {
 public:
     Kel_ConnectionUtils() = delete;

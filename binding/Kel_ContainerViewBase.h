@@ -1,6 +1,8 @@
 #ifndef KEL_CONTAINERVIEWBASE_H
 #define KEL_CONTAINERVIEWBASE_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ViewBase.h"
 #include "Kel_ViewContainerInterface.h"
 
@@ -10,7 +12,7 @@
 // mouse, key and drag input to them, passes their requests up to its own
 // parent translated into its coordinates, and answers dotted-name lookups
 // through them. Layouts (the stack view) derive from it.
-class Kel_ContainerViewBase : public Kel_ViewBase, public Kel_ViewContainerInterface
+class KELCORE_EXPORT Kel_ContainerViewBase : public Kel_ViewBase, public Kel_ViewContainerInterface
 {
 public:
     // Z-order to sub-view; equal z-orders keep the order in which they were added.

@@ -1,12 +1,14 @@
 #ifndef KEL_IPOINTOFINTERESTFINDER_H
 #define KEL_IPOINTOFINTERESTFINDER_H
 
+#include "kelcore_export.h"
+
 #include <QRect>
 #include <QString>
 
 // Implemented by widgets that guided help can point at: resolves a dotted
 // name path to a rectangle on the screen.
-class Kel_IPointOfInterestFinder
+class KELCORE_EXPORT Kel_IPointOfInterestFinder
 {
 public:
     virtual ~Kel_IPointOfInterestFinder();

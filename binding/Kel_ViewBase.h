@@ -1,6 +1,8 @@
 #ifndef KEL_VIEWBASE_H
 #define KEL_VIEWBASE_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ViewInterface.h"
 #include "Mvt_SimpleValue.h"
 
@@ -13,7 +15,7 @@
 // tip bound to a string model, and event handlers that ignore their events
 // so that what a derived view does not handle reaches the hosting widget.
 // Derived views paint (drawContents) and copy themselves (clone).
-class Kel_ViewBase : public Kel_ViewInterface
+class KELCORE_EXPORT Kel_ViewBase : public Kel_ViewInterface
 {
 public:
     // What dragging a view's contents does; the lists decide per drag.

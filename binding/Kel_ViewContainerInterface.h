@@ -1,6 +1,8 @@
 #ifndef KEL_VIEWCONTAINERINTERFACE_H
 #define KEL_VIEWCONTAINERINTERFACE_H
 
+#include "kelcore_export.h"
+
 #include <QRect>
 #include <QSize>
 
@@ -9,7 +11,7 @@ class QWidget;
 
 // What a light-weight view asks of its parent: a container view, or the
 // bridge widget at the top of a view tree.
-class Kel_ViewContainerInterface
+class KELCORE_EXPORT Kel_ViewContainerInterface
 {
 public:
     virtual ~Kel_ViewContainerInterface();

@@ -1,6 +1,8 @@
 #ifndef KEL_VIEWINTERFACE_H
 #define KEL_VIEWINTERFACE_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QDomDocument>
@@ -25,7 +27,7 @@ class QPainter;
 // A light-weight view: a painted area that is not a widget, hosted by a
 // bridge widget and grouped by container views. Points given to a view are
 // in its own coordinates (origin at its top-left corner).
-class Kel_ViewInterface
+class KELCORE_EXPORT Kel_ViewInterface
 {
 public:
     virtual ~Kel_ViewInterface();

@@ -1,6 +1,8 @@
 #ifndef KEL_WHATSTHIS_H
 #define KEL_WHATSTHIS_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 
 class QWidget;
@@ -8,7 +10,7 @@ class QWidget;
 // What's-this help for the library's widgets. Every widget registers the
 // name under which help describes it (its class name, usually); help
 // tools read it back with whatsThisName.
-class Kel_WhatsThis
+class KELCORE_EXPORT Kel_WhatsThis
 {
 public:
     Kel_WhatsThis() = delete;

@@ -1,6 +1,8 @@
 #ifndef KEL_WIDGETCONNECTINTERFACE_H
 #define KEL_WIDGETCONNECTINTERFACE_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <boost/shared_ptr.hpp>
@@ -9,7 +11,7 @@
 // Mixed into every Qt widget of the library that is bound to models. The
 // owner of a widget tree connects it with one environment through
 // Kel_ConnectionUtils::recursiveConnect, which calls makeConnections.
-class Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_WidgetConnectInterface
 {
 public:
     Kel_WidgetConnectInterface() = default;

@@ -24,7 +24,13 @@ set_target_properties(KelCore PROPERTIES
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR}
   EXPORT_NAME KelCore)
+# Only what carries KELCORE_EXPORT leaves the library, as in a DLL.
+include(GenerateExportHeader)
+generate_export_header(KelCore BASE_NAME KelCore EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
+set_target_properties(KelCore PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+list(APPEND KELCORE_HEADERS ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
 target_include_directories(KelCore PUBLIC
+  $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>
   ${KELCORE_INCLUDE_DIRS}
   $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(KelCore PUBLIC KelPlatform Qt5::Widgets Qt5::Xml Qt5::UiTools)

@@ -1,6 +1,8 @@
 #ifndef KEL_APPLICATION_H
 #define KEL_APPLICATION_H
 
+#include "kelcore_export.h"
+
 #include <QApplication>
 #include <QString>
 
@@ -10,7 +12,7 @@ class QWidget;
 // The application object for hosts of the library: initialises the library,
 // loads translations, and reports exceptions that escape event handlers
 // instead of letting them end the process.
-class Kel_Application : public QApplication
+class KELCORE_EXPORT Kel_Application : public QApplication
 {
 public:
     // Initialises the library with the directory service's product name.

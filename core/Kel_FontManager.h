@@ -1,6 +1,8 @@
 #ifndef KEL_FONTMANAGER_H
 #define KEL_FONTMANAGER_H
 
+#include "kelcore_export.h"
+
 #include <QFont>
 #include <QString>
 
@@ -8,7 +10,7 @@
 // settings prefix, a class name, an optional element name and the word
 // "Font", e.g. "FontSettings.Kel_Header.Font". The table lives as long as
 // the library and is never cleared.
-class Kel_FontManager
+class KELCORE_EXPORT Kel_FontManager
 {
 public:
     // Prefix of every font key, and the settings prefix read by loadSettingsFile.

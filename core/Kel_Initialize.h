@@ -1,13 +1,15 @@
 #ifndef KEL_INITIALIZE_H
 #define KEL_INITIALIZE_H
 
+#include "kelcore_export.h"
+
 // One-time set-up of the library: product name, directory service and the
 // resource path under which forms, images, menus, keymaps and translations
 // are found. Call it once after the Qt application object exists (a
 // Kel_Application does it itself); later calls do nothing.
-void Kel_Initialize(const char* productName);
+KELCORE_EXPORT void Kel_Initialize(const char* productName);
 
 // Whether Kel_Initialize has run.
-bool Kel_IsInitialized();
+KELCORE_EXPORT bool Kel_IsInitialized();
 
 #endif

@@ -1,6 +1,8 @@
 #ifndef KEL_LANGUAGEDIALOG_H
 #define KEL_LANGUAGEDIALOG_H
 
+#include "kelcore_export.h"
+
 #include <QDialog>
 #include <QString>
 
@@ -9,7 +11,7 @@ class QComboBox;
 // Lets the user choose the language of the user interface among the
 // translations found in a directory. English, the language of the source
 // texts, is always offered first.
-class Kel_LanguageDialog : public QDialog
+class KELCORE_EXPORT Kel_LanguageDialog : public QDialog
 {
     Q_OBJECT
 public:

@@ -1,6 +1,8 @@
 #ifndef KEL_CREATEWIDGETFROMUILAYOUT_H
 #define KEL_CREATEWIDGETFROMUILAYOUT_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 
 class QWidget;
@@ -13,7 +15,7 @@ class QWidget;
 // name is not used; the top widget keeps the object name the form gives it.
 // Null when the form is missing or cannot be built, or when a form would
 // embed itself.
-QWidget* Kel_CreateWidgetFromUILayout(const QString& formName, QWidget* parent, const char* name = nullptr,
+KELCORE_EXPORT QWidget* Kel_CreateWidgetFromUILayout(const QString& formName, QWidget* parent, const char* name = nullptr,
                                       bool addToParentLayout = true);
 
 #endif

@@ -1,6 +1,8 @@
 #ifndef KEL_FACTORYENTRYINTERFACE_H
 #define KEL_FACTORYENTRYINTERFACE_H
 
+#include "kelcore_export.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -11,7 +13,7 @@ class QWidget;
 // What the widget factory knows about one class that forms may name: how to
 // create it and how Qt Designer presents it. Entries are registered with
 // Kel_QtWidgetFactoryRegistry and live until the process ends.
-class Kel_FactoryEntryInterface
+class KELCORE_EXPORT Kel_FactoryEntryInterface
 {
 public:
     virtual bool runCustomEditor(QWidget* editorParent, QWidget* widget, QStringList* names,

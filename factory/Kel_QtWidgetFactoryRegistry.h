@@ -1,6 +1,8 @@
 #ifndef KEL_QTWIDGETFACTORYREGISTRY_H
 #define KEL_QTWIDGETFACTORYREGISTRY_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 #include <QStringList>
 #include <QUiLoader>
@@ -11,7 +13,7 @@ class Kel_FactoryEntryInterface;
 // registered in its process-wide table through that class's factory entry,
 // and leaves all other names (Qt's own widgets, plug-in widgets) to Qt.
 // The table is filled with the library's widgets when the library loads.
-class Kel_QtWidgetFactoryRegistry : public QUiLoader
+class KELCORE_EXPORT Kel_QtWidgetFactoryRegistry : public QUiLoader
 {
     Q_OBJECT
 

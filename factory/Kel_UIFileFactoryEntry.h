@@ -1,13 +1,15 @@
 #ifndef KEL_UIFILEFACTORYENTRY_H
 #define KEL_UIFILEFACTORYENTRY_H
 
+#include "kelcore_export.h"
+
 #include "Kel_FactoryEntryInterface.h"
 
 // Lets a form file be used as a widget class inside other forms: the class
 // name is the form name, and creating it loads resource path + "Forms/" +
 // name + ".ui" into the parent (and the parent's layout, if it has one).
 // Applications create one per embeddable form; constructing it registers it.
-class Kel_UIFileFactoryEntry final : public Kel_FactoryEntryInterface
+class KELCORE_EXPORT Kel_UIFileFactoryEntry final : public Kel_FactoryEntryInterface
 {
 public:
     explicit Kel_UIFileFactoryEntry(const QString& formName);

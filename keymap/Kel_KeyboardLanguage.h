@@ -1,6 +1,8 @@
 #ifndef KEL_KEYBOARDLANGUAGE_H
 #define KEL_KEYBOARDLANGUAGE_H
 
+#include "kelcore_export.h"
+
 #include <QLocale>
 #include <QMap>
 #include <QString>
@@ -9,7 +11,7 @@
 // primary language numbers (7 German, 9 English, 12 French, ...). On Windows
 // they come from the keyboard layout and the locale tables; elsewhere from
 // the input method's locale and a built-in table of the same numbers.
-class Kel_KeyboardLanguage
+class KELCORE_EXPORT Kel_KeyboardLanguage
 {
 public:
     // The primary language of the keyboard layout in use (0 when unknown),

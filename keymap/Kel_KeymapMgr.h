@@ -1,6 +1,8 @@
 #ifndef KEL_KEYMAPMGR_H
 #define KEL_KEYMAPMGR_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 #include "Mvt_Action.h"
 
@@ -24,7 +26,7 @@ class TaskSchedulerTask;
 // model), read from keymap files and asked by widgets from their key-press
 // handlers. Every change is announced through the action model
 // "KeymapsChanged.Action", once per burst of changes.
-class Kel_KeymapMgr
+class KELCORE_EXPORT Kel_KeymapMgr
 {
 public:
     // What one key does in one context.

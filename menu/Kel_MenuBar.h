@@ -1,6 +1,8 @@
 #ifndef KEL_MENUBAR_H
 #define KEL_MENUBAR_H
 
+#include "kelcore_export.h"
+
 #include "Kel_IPointOfInterestFinder.h"
 #include "Kel_WidgetConnectInterface.h"
 
@@ -17,7 +19,7 @@ class QAction;
 
 // A menu bar whose menus come from a menu file (or a registered factory)
 // named by its menuBarFileName, bound to models when the owner connects it.
-class Kel_MenuBar : public QMenuBar, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
+class KELCORE_EXPORT Kel_MenuBar : public QMenuBar, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray menuBarFileName READ getMenuBarFileName WRITE setMenuBarFileName)

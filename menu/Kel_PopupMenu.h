@@ -1,6 +1,8 @@
 #ifndef KEL_POPUPMENU_H
 #define KEL_POPUPMENU_H
 
+#include "kelcore_export.h"
+
 #include "Kel_IPointOfInterestFinder.h"
 
 #include <QList>
@@ -10,7 +12,7 @@
 
 // The pop-up menu that the menu system fills. Items carry their name as
 // action data, so that they can be found by a dotted path of names.
-class Kel_PopupMenu : public QMenu, public Kel_IPointOfInterestFinder
+class KELCORE_EXPORT Kel_PopupMenu : public QMenu, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
 

@@ -1,10 +1,12 @@
 #ifndef MNU_BOOLEANSEGMENT_H
 #define MNU_BOOLEANSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 
 // A checkable item showing a boolean model; choosing it toggles the model.
-class Mnu_BooleanSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_BooleanSegment : public Mnu_Segment
 {
     Q_OBJECT
 

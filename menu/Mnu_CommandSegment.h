@@ -1,6 +1,8 @@
 #ifndef MNU_COMMANDSEGMENT_H
 #define MNU_COMMANDSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 
 #include <memory>
@@ -9,7 +11,7 @@ class Uip_ParseNode;
 
 // A menu command: one item that runs an action script once the menu has
 // closed. It is enabled only while its script is connected to its models.
-class Mnu_CommandSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_CommandSegment : public Mnu_Segment
 {
     Q_OBJECT
 

@@ -1,6 +1,8 @@
 #ifndef MNU_LISTSEGMENT_H
 #define MNU_LISTSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 #include "Mvt_Array.h"
 #include "Mvt_ArrayContainer.h"
@@ -13,7 +15,7 @@
 // arrays named after the items connection name with a suffix: ".name",
 // ".id", ".accelerator", ".iconName", ".icon" and ".selected"; choosing an
 // item toggles its ".selected" field.
-class Mnu_ListSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_ListSegment : public Mnu_Segment
 {
     Q_OBJECT
 

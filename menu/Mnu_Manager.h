@@ -1,6 +1,8 @@
 #ifndef MNU_MANAGER_H
 #define MNU_MANAGER_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_MenuID.h"
 #include "Mv_ConnectionEnvironment.h"
 
@@ -16,7 +18,7 @@ class QDomElement;
 // Abstract manager of one menu: owns the menu, reads it from a menu file and
 // knows how to put items into a realised menu. The item operations do
 // nothing here; a realisation (Mnu_QtManager) supplies them.
-class Mnu_Manager
+class KELCORE_EXPORT Mnu_Manager
 {
 public:
     Mnu_Manager();

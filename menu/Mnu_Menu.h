@@ -1,6 +1,8 @@
 #ifndef MNU_MENU_H
 #define MNU_MENU_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundProperty.h"
 #include "Mnu_MenuID.h"
 #include "Mnu_Segment.h"
@@ -22,7 +24,7 @@ class QDomElement;
 // One menu: a name, a title and an ordered list of segments, independent of
 // any toolkit. It remembers which segment made each item of its last
 // instantiation so that a chosen item reaches its segment.
-class Mnu_Menu
+class KELCORE_EXPORT Mnu_Menu
 {
 public:
     explicit Mnu_Menu(Mnu_Manager* manager);

@@ -1,12 +1,14 @@
 #ifndef MNU_MENUID_H
 #define MNU_MENUID_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 #include <QtGlobal>
 
 // Identifies one realised menu item. The value is opaque to the menu model;
 // the Qt realisation stores the item's QAction pointer in it. 0 is invalid.
-class Mnu_MenuID
+class KELCORE_EXPORT Mnu_MenuID
 {
 public:
     Mnu_MenuID() : mValue(nullptr) {}

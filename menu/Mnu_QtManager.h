@@ -1,6 +1,8 @@
 #ifndef MNU_QTMANAGER_H
 #define MNU_QTMANAGER_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Manager.h"
 #include "Mnu_Segment.h"
 
@@ -20,7 +22,7 @@ class QAction;
 // every time the menu is about to be shown and routes a chosen action to
 // the segment that made it. Menus can also come from factories that
 // generated code registers by name.
-class Mnu_QtManager : public QObject, public Mnu_Manager
+class KELCORE_EXPORT Mnu_QtManager : public QObject, public Mnu_Manager
 {
     Q_OBJECT
 

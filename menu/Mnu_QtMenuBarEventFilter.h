@@ -1,6 +1,8 @@
 #ifndef MNU_QTMENUBAREVENTFILTER_H
 #define MNU_QTMENUBAREVENTFILTER_H
 
+#include "kelcore_export.h"
+
 #include <QObject>
 #include <QTimer>
 
@@ -9,7 +11,7 @@ class Mnu_QtMenuBarManager;
 // Watches a menu bar and, shortly after it is shown, entered by the mouse
 // or its window is activated, refreshes the bar's menu titles and
 // visibility from their models (the drop-down menus rebuild themselves).
-class Mnu_QtMenuBarEventFilter : public QObject
+class KELCORE_EXPORT Mnu_QtMenuBarEventFilter : public QObject
 {
     Q_OBJECT
 

@@ -1,6 +1,8 @@
 #ifndef MNU_QTMENUBARMANAGER_H
 #define MNU_QTMENUBARMANAGER_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Manager.h"
 #include "Mnu_Segment.h"
 
@@ -18,7 +20,7 @@ class QAction;
 // The manager of a menu bar: a manager of drop-down menu managers, read
 // from a <MenuBar> file or built by a factory that generated code
 // registered under the bar's name.
-class Mnu_QtMenuBarManager : public Mnu_Manager
+class KELCORE_EXPORT Mnu_QtMenuBarManager : public Mnu_Manager
 {
 public:
     typedef Mnu_QtMenuBarManager* (*MenuBarFactory)(Mnu_QtMenuBarManager* manager);

@@ -1,6 +1,8 @@
 #ifndef MNU_RADIOITEMSSEGMENT_H
 #define MNU_RADIOITEMSSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 
 #include <map>
@@ -9,7 +11,7 @@
 
 // An exclusive choice among fixed choices (text and integer identifier);
 // an integer model holds the identifier of the chosen one.
-class Mnu_RadioItemsSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_RadioItemsSegment : public Mnu_Segment
 {
     Q_OBJECT
 

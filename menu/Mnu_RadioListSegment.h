@@ -1,6 +1,8 @@
 #ifndef MNU_RADIOLISTSEGMENT_H
 #define MNU_RADIOLISTSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 #include "Mvt_Array.h"
 #include "Mvt_ArrayContainer.h"
@@ -11,7 +13,7 @@
 // An exclusive choice among the elements of an array model. Elements give
 // ".name", ".id" and ".accel"; the current-item model holds the ".id" of
 // the chosen element.
-class Mnu_RadioListSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_RadioListSegment : public Mnu_Segment
 {
     Q_OBJECT
 

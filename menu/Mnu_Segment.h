@@ -1,6 +1,8 @@
 #ifndef MNU_SEGMENT_H
 #define MNU_SEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundProperty.h"
 #include "Mnu_MenuID.h"
 #include "Mv_ConnectionEnvironment.h"
@@ -20,7 +22,7 @@ class QDomElement;
 // expands into zero or more items every time its menu is instantiated and
 // reacts when one of its items is chosen. The common fields (text,
 // accelerator, icon, visible, enabled, what's-this) live here.
-class Mnu_Segment : public QObject
+class KELCORE_EXPORT Mnu_Segment : public QObject
 {
     Q_OBJECT
 

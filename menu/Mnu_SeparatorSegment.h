@@ -1,10 +1,12 @@
 #ifndef MNU_SEPARATORSEGMENT_H
 #define MNU_SEPARATORSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 
 // A separator line; its menu decides whether it is made at all.
-class Mnu_SeparatorSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_SeparatorSegment : public Mnu_Segment
 {
     Q_OBJECT
 

@@ -1,10 +1,12 @@
 #ifndef MNU_SUBMENUSEGMENT_H
 #define MNU_SUBMENUSEGMENT_H
 
+#include "kelcore_export.h"
+
 #include "Mnu_Segment.h"
 
 // An item opening a nested menu, which has its own manager (owned).
-class Mnu_SubmenuSegment : public Mnu_Segment
+class KELCORE_EXPORT Mnu_SubmenuSegment : public Mnu_Segment
 {
     Q_OBJECT
 

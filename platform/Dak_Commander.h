@@ -1,9 +1,11 @@
 #ifndef DAK_COMMANDER_H
 #define DAK_COMMANDER_H
 
+#include "kelplatform_export.h"
+
 // Something that takes keyboard focus and can be sent commands from the
 // application's menus. Destroying it makes Dak_EditMenu forget it.
-class Dak_Commander
+class KELPLATFORM_EXPORT Dak_Commander
 {
 public:
     Dak_Commander() = default;

@@ -1,6 +1,8 @@
 #ifndef DAK_EDITMENU_H
 #define DAK_EDITMENU_H
 
+#include "kelplatform_export.h"
+
 #include <QObject>
 #include <QString>
 #include <QVector>
@@ -12,7 +14,7 @@ class Dak_Commander;
 // The application's Edit menu. It acts on the commander that last took focus:
 // before every showing its items are enabled from that commander's
 // findCommandStatus, and a chosen item is sent to its obeyCommand.
-class Dak_EditMenu : public QObject
+class KELPLATFORM_EXPORT Dak_EditMenu : public QObject
 {
     Q_OBJECT
 

@@ -1,12 +1,14 @@
 #ifndef DAK_EDITMENUCOMMANDER_H
 #define DAK_EDITMENUCOMMANDER_H
 
+#include "kelplatform_export.h"
+
 #include "Dak_Commander.h"
 
 #include <QString>
 
 // A commander that understands the Edit menu's commands.
-class Dak_EditMenuCommander : public Dak_Commander
+class KELPLATFORM_EXPORT Dak_EditMenuCommander : public Dak_Commander
 {
 public:
     enum { kUndo = 0, kRedo, kCut, kCopy, kPaste, kDelete, kSelectAll, kCommandCount };

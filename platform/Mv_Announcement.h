@@ -1,6 +1,8 @@
 #ifndef MV_ANNOUNCEMENT_H
 #define MV_ANNOUNCEMENT_H
 
+#include "kelplatform_export.h"
+
 #include <QVarLengthArray>
 
 struct Mv_DictEntry;
@@ -13,7 +15,7 @@ struct Mv_DictEntry;
 // compare what they hear with what they heard before, so announcing a name
 // that a nested change has already announced costs a walk and tells nobody
 // anything twice.
-class Mv_Announcement
+class KELPLATFORM_EXPORT Mv_Announcement
 {
 public:
     Mv_Announcement() = default;

@@ -1,6 +1,8 @@
 #ifndef MV_CONNECTIONDICT_H
 #define MV_CONNECTIONDICT_H
 
+#include "kelplatform_export.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -22,7 +24,7 @@ struct Mv_DictEntry;
 // names, except that a name ending in "[index]" addresses one element of the
 // array model published under the part before the brackets (see
 // Mv_ListenerBase).
-class Mv_ConnectionDict
+class KELPLATFORM_EXPORT Mv_ConnectionDict
 {
 public:
     Mv_ConnectionDict();

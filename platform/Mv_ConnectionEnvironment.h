@@ -1,6 +1,8 @@
 #ifndef MV_CONNECTIONENVIRONMENT_H
 #define MV_CONNECTIONENVIRONMENT_H
 
+#include "kelplatform_export.h"
+
 #include <QHash>
 #include <QString>
 #include <boost/shared_ptr.hpp>
@@ -16,7 +18,7 @@ class Mv_ConnectionDict;
 // Variable names are a letter or "_" followed by letters, digits and "_".
 // A variable that no environment of the chain defines is left in the name as
 // written ("$Window" stays "$Window"), and "$$" stands for a literal "$".
-class Mv_ConnectionEnvironment
+class KELPLATFORM_EXPORT Mv_ConnectionEnvironment
 {
 public:
     typedef boost::shared_ptr<const Mv_ConnectionEnvironment> ConstPtr;

@@ -1,6 +1,8 @@
 #ifndef MV_LISTENERBASE_H
 #define MV_LISTENERBASE_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QString>
@@ -36,7 +38,7 @@ struct Mv_DictEntry;
 // model behind the listener changes, even when the connected flag ends where
 // it began (a model replaced under the same name, from inside a
 // notification): it then reads everything again.
-class Mv_ListenerBase
+class KELPLATFORM_EXPORT Mv_ListenerBase
 {
 public:
     typedef boost::function<void(const Mv_MessageInterface&)> ReceiveMessageCB;

@@ -1,6 +1,8 @@
 #ifndef MV_MESSAGEINTERFACE_H
 #define MV_MESSAGEINTERFACE_H
 
+#include "kelplatform_export.h"
+
 #include <typeinfo>
 
 // Identity of one message class; messages are recognised by its address,
@@ -10,7 +12,7 @@
 // takes it from forTemplate<T>(), because each shared library (a plug-in,
 // the application) instantiates templates for itself, so the address of a
 // static member of a template would differ from module to module.
-class Mv_MessageType
+class KELPLATFORM_EXPORT Mv_MessageType
 {
 public:
     explicit constexpr Mv_MessageType(const char* name) : mName(name) {}
@@ -37,7 +39,7 @@ private:
 // requests (get, set, action) and notifications (value changed, connected
 // changed, elements replaced). Messages live on the sender's stack and are
 // answered synchronously.
-class Mv_MessageInterface
+class KELPLATFORM_EXPORT Mv_MessageInterface
 {
 public:
     virtual ~Mv_MessageInterface();

@@ -1,6 +1,8 @@
 #ifndef MV_MODELBASE_H
 #define MV_MODELBASE_H
 
+#include "kelplatform_export.h"
+
 #include <QString>
 #include <boost/function.hpp>
 
@@ -18,7 +20,7 @@ struct Mv_DictEntry;
 // hear of it afterwards, and may publish, unpublish, rename or destroy this
 // or any other model from their callbacks. Destroying a model unpublishes
 // it: its listeners detach and are told so.
-class Mv_ModelBase
+class KELPLATFORM_EXPORT Mv_ModelBase
 {
 public:
     typedef boost::function<bool(const Mv_MessageInterface&)> ReceiveMessageCB;
@@ -97,7 +99,7 @@ private:
 //     notifyA(); if (!guard.alive()) return;
 //     notifyB();
 // Guards are scoped (on the stack); they cost no allocation.
-class Mv_ModelBase::Guard
+class KELPLATFORM_EXPORT Mv_ModelBase::Guard
 {
 public:
     explicit Guard(Mv_ModelBase* model);

@@ -1,6 +1,8 @@
 #ifndef MV_TIMECODE_H
 #define MV_TIMECODE_H
 
+#include "kelplatform_export.h"
+
 #include <QMetaType>
 #include <QString>
 #include <QtGlobal>
@@ -8,7 +10,7 @@
 // A video timecode: hours, minutes, seconds and frames, each a 16-bit field,
 // and a drop-frame flag (drop frame when greater than zero). The fields are
 // stored as given; no range is enforced (75 seconds stays 75).
-class Mv_Timecode
+class KELPLATFORM_EXPORT Mv_Timecode
 {
 public:
     Mv_Timecode() = default;

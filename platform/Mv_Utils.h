@@ -1,6 +1,8 @@
 #ifndef MV_UTILS_H
 #define MV_UTILS_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QString>
@@ -16,22 +18,22 @@ typedef boost::function<bool(Mv_ConnectionEnvironment::ConstPtr, const QString&)
 // Queues script to run in env on a later turn of the event loop, after the
 // current event (a menu's activation, say) has finished. False, and nothing
 // queued, while no runner is installed or there is no application object.
-bool Mv_AddDelayedAction(Mv_ConnectionEnvironment::ConstPtr env, const QString& script);
+KELPLATFORM_EXPORT bool Mv_AddDelayedAction(Mv_ConnectionEnvironment::ConstPtr env, const QString& script);
 
 // Installs the runner of queued scripts (an empty one uninstalls it);
 // answers the previous one.
-DelayedActionRunner Mv_SetDelayedActionRunner(const DelayedActionRunner& runner);
+KELPLATFORM_EXPORT DelayedActionRunner Mv_SetDelayedActionRunner(const DelayedActionRunner& runner);
 
 // Number of scripts queued and not yet run.
-int Mv_PendingDelayedActions();
+KELPLATFORM_EXPORT int Mv_PendingDelayedActions();
 
 // A specification that names exactly this model name: every "$" is doubled
 // so that variable expansion leaves the name as it is.
-QString Mv_MakeStaticConnectionSpec(const QString& name);
+KELPLATFORM_EXPORT QString Mv_MakeStaticConnectionSpec(const QString& name);
 
 // A process-unique name made from a pattern holding %1, which is replaced by
 // a counter: Mv_UniqueConnString("Kel_ListView%1::currentRow").
-QString Mv_UniqueConnString(QString pattern);
+KELPLATFORM_EXPORT QString Mv_UniqueConnString(QString pattern);
 
 } // namespace Mv_Utils
 

@@ -1,6 +1,8 @@
 #ifndef MV_VARIANT_H
 #define MV_VARIANT_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_Timecode.h"
 #include "Mv_VariantImpl.h"
 
@@ -19,7 +21,7 @@ class QWidget;
 // parses ("true"/"false" and "1"/"0" for bool), numbers and timecodes
 // convert to text. Every other type (pointers, QRect, QPixmap, ...) is only
 // read back as exactly the type it was stored as.
-class Mv_Variant
+class KELPLATFORM_EXPORT Mv_Variant
 {
 public:
     Mv_Variant() = default;
@@ -84,15 +86,15 @@ private:
 namespace Mv_VariantImpl {
 
 // Conversions among the scalar kinds; exact match for everything else.
-bool convert(const HolderBase* holder, bool& out);
-bool convert(const HolderBase* holder, long& out);
-bool convert(const HolderBase* holder, int& out);
-bool convert(const HolderBase* holder, double& out);
-bool convert(const HolderBase* holder, QString& out);
-bool convert(const HolderBase* holder, Mv_Timecode& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, bool& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, long& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, int& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, double& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, QString& out);
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, Mv_Timecode& out);
 
 template <class T>
-bool convert(const HolderBase* holder, T& out)
+KELPLATFORM_EXPORT bool convert(const HolderBase* holder, T& out)
 {
     const T* v = exact<T>(holder);
     if (!v)

@@ -1,13 +1,15 @@
 #ifndef MV_VARIANTIMPL_H
 #define MV_VARIANTIMPL_H
 
+#include "kelplatform_export.h"
+
 #include <typeinfo>
 
 // Type-erased value holders behind Mv_Variant. A holder is immutable once
 // made, so variants share them freely.
 namespace Mv_VariantImpl {
 
-class HolderBase
+class KELPLATFORM_EXPORT HolderBase
 {
 public:
     virtual ~HolderBase() = default;

@@ -1,6 +1,8 @@
 #ifndef MVE_RECORDARRAY_H
 #define MVE_RECORDARRAY_H
 
+#include "kelplatform_export.h"
+
 #include "Mve_Array.h"
 #include "Mvt_ArrayContainer.h"
 
@@ -17,7 +19,7 @@
 // setValue() or the field arrays' setAt(). Every listener is notified only
 // once all fields agree. Any listener may destroy the record array, or its
 // dictionary, while it notifies.
-class Mve_RecordArray : public Mvt_ArrayContainer
+class KELPLATFORM_EXPORT Mve_RecordArray : public Mvt_ArrayContainer
 {
 public:
     explicit Mve_RecordArray(const QString& name = QString());

@@ -1,13 +1,15 @@
 #ifndef MVT_ACTION_API_H
 #define MVT_ACTION_API_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 #include "Mv_Variant.h"
 
 #include <vector>
 
 // Requests of action models.
-struct Mvt_Action_API
+struct KELPLATFORM_EXPORT Mvt_Action_API
 {
     typedef std::vector<Mv_Variant> ArgumentList;
 

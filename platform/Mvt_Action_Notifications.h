@@ -1,10 +1,12 @@
 #ifndef MVT_ACTION_NOTIFICATIONS_H
 #define MVT_ACTION_NOTIFICATIONS_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 
 // Notifications of action models.
-struct Mvt_Action_Notifications
+struct KELPLATFORM_EXPORT Mvt_Action_Notifications
 {
     // Whether the action can run changed; listeners ask MsgIsEnabled again.
     class MsgEnabledChanged : public Mv_MessageInterface

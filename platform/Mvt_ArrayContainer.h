@@ -1,6 +1,8 @@
 #ifndef MVT_ARRAYCONTAINER_H
 #define MVT_ARRAYCONTAINER_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_ListenerBase.h"
 #include "Mv_ModelBase.h"
 #include "Mvt_ArrayContainer_API.h"
@@ -9,7 +11,7 @@
 // The kind of array containers: models that have a number of elements and
 // tell their listeners when elements are replaced (inserted, removed),
 // moved, or change value. Arrays (Mvt_Array) add access to the elements.
-class Mvt_ArrayContainer : public Mv_ModelBase
+class KELPLATFORM_EXPORT Mvt_ArrayContainer : public Mv_ModelBase
 {
 public:
     class Listener;
@@ -31,7 +33,7 @@ protected:
 };
 
 // A listener to an array container.
-class Mvt_ArrayContainer::Listener : public Mv_ListenerBase
+class KELPLATFORM_EXPORT Mvt_ArrayContainer::Listener : public Mv_ListenerBase
 {
 public:
     using Mv_ListenerBase::Mv_ListenerBase;

@@ -1,10 +1,12 @@
 #ifndef MVT_ARRAYCONTAINER_API_H
 #define MVT_ARRAYCONTAINER_API_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 
 // Requests of array containers.
-struct Mvt_ArrayContainer_API
+struct KELPLATFORM_EXPORT Mvt_ArrayContainer_API
 {
     // Writes the number of elements into *size.
     class MsgGetSize : public Mv_MessageInterface

@@ -1,10 +1,12 @@
 #ifndef MVT_ARRAYCONTAINER_NOTIFICATIONS_H
 #define MVT_ARRAYCONTAINER_NOTIFICATIONS_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 
 // Notifications of array containers.
-struct Mvt_ArrayContainer_Notifications
+struct KELPLATFORM_EXPORT Mvt_ArrayContainer_Notifications
 {
     // The elements [first, removedEnd) were replaced by insertedCount new
     // elements; the array now holds newSize elements. Covers insertion

@@ -1,11 +1,13 @@
 #ifndef MVT_ARRAY_API_H
 #define MVT_ARRAY_API_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 
 // Requests addressed to one element of a container: any element request
 // (get, set, variant get and set, action, is-enabled) wrapped with an index.
-struct Mvt_Array_API
+struct KELPLATFORM_EXPORT Mvt_Array_API
 {
     class MsgElement : public Mv_MessageInterface
     {

@@ -1,10 +1,12 @@
 #ifndef MVT_ROOT_NOTIFICATIONS_H
 #define MVT_ROOT_NOTIFICATIONS_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 
 // Notifications that every listener may receive, whatever its model kind.
-struct Mvt_Root_Notifications
+struct KELPLATFORM_EXPORT Mvt_Root_Notifications
 {
     // The listener was attached to, or detached from, its model. It is also
     // delivered once after every connect(), telling the outcome, so that an

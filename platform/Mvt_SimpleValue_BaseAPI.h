@@ -1,12 +1,14 @@
 #ifndef MVT_SIMPLEVALUE_BASEAPI_H
 #define MVT_SIMPLEVALUE_BASEAPI_H
 
+#include "kelplatform_export.h"
+
 #include "Mv_MessageInterface.h"
 #include "Mv_Variant.h"
 
 // Requests that every value model answers whatever its value type: reading
 // and writing the value as an Mv_Variant. Also the status codes of sets.
-struct Mvt_SimpleValue_BaseAPI
+struct KELPLATFORM_EXPORT Mvt_SimpleValue_BaseAPI
 {
     // Status written by a model into a set message's status variable (which
     // the sender initialises to kSetNotAnswered).

@@ -1,12 +1,14 @@
 #ifndef OST_ASSERT_H
 #define OST_ASSERT_H
 
+#include "kelplatform_export.h"
+
 #include <QString>
 #include <boost/function.hpp>
 
 // Reports broken invariants without stopping the program: a failed check is
 // logged and handed to an optional handler (tests use it to observe them).
-class Ost_Assert
+class KELPLATFORM_EXPORT Ost_Assert
 {
 public:
     typedef boost::function<void(const QString& condition, const QString& file, int line)> Handler;

@@ -1,11 +1,13 @@
 #ifndef OST_DIRPATHS_H
 #define OST_DIRPATHS_H
 
+#include "kelplatform_export.h"
+
 #include <QString>
 
 // Where the application lives and keeps its files. Every operating-system
 // detail about locations stays behind this class.
-class Ost_DirPaths
+class KELPLATFORM_EXPORT Ost_DirPaths
 {
 public:
     // Fixed underlying type: callers pass kinds as plain numbers, and an

@@ -1,6 +1,8 @@
 #ifndef OST_SETTING_H
 #define OST_SETTING_H
 
+#include "kelplatform_export.h"
+
 #include <QHash>
 #include <QPair>
 #include <QString>
@@ -11,7 +13,7 @@
 // of element names from just below the start root down to the leaf
 // (see docs/settings.md). The start root and prefix may be set before or
 // after the XML: parameters are worked out when they are asked for.
-class Ost_Setting
+class KELPLATFORM_EXPORT Ost_Setting
 {
 public:
     Ost_Setting();

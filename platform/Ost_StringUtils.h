@@ -1,12 +1,14 @@
 #ifndef OST_STRINGUTILS_H
 #define OST_STRINGUTILS_H
 
+#include "kelplatform_export.h"
+
 #include <QChar>
 #include <QString>
 #include <QStringList>
 
 // Small string helpers shared by the platform services.
-class Ost_StringUtils
+class KELPLATFORM_EXPORT Ost_StringUtils
 {
 public:
     // s after a round trip through the local 8-bit encoding: what survives

@@ -1,11 +1,13 @@
 #ifndef OST_UIDIALOG_H
 #define OST_UIDIALOG_H
 
+#include "kelplatform_export.h"
+
 #include <QString>
 #include <boost/function.hpp>
 
 // Modal message boxes with caller-chosen button texts.
-class Ost_UIDialog
+class KELPLATFORM_EXPORT Ost_UIDialog
 {
 public:
     enum UIicon_t { kNoIcon = 0, kInformationIcon = 1, kErrorIcon = 2, kWarningIcon = 3, kQuestionIcon = 4 };

@@ -1,6 +1,8 @@
 #ifndef TASKSCHEDULER_H
 #define TASKSCHEDULER_H
 
+#include "kelplatform_export.h"
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -15,7 +17,7 @@ class TaskSchedulerTask;
 // For tests the clock can be switched to manual: time then moves only with
 // advanceClock, which runs synchronously, in time order, every run that falls
 // inside the advanced span.
-class TaskScheduler : public QObject
+class KELPLATFORM_EXPORT TaskScheduler : public QObject
 {
     Q_OBJECT
 

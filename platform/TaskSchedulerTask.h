@@ -1,12 +1,14 @@
 #ifndef TASKSCHEDULERTASK_H
 #define TASKSCHEDULERTASK_H
 
+#include "kelplatform_export.h"
+
 #include <QString>
 #include <boost/function.hpp>
 
 // A callback that TaskScheduler runs on the GUI thread after a delay, once or
 // repeatedly. Deleting a task takes it out of the scheduler.
-class TaskSchedulerTask
+class KELPLATFORM_EXPORT TaskSchedulerTask
 {
 public:
     typedef boost::function<void()> Callback;

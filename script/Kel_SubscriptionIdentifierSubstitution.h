@@ -1,6 +1,8 @@
 #ifndef KEL_SUBSCRIPTIONIDENTIFIERSUBSTITUTION_H
 #define KEL_SUBSCRIPTIONIDENTIFIERSUBSTITUTION_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 
 class QWidget;
@@ -12,6 +14,6 @@ class QWidget;
 // published under their own address. "$Window" itself stays for the
 // environment to resolve. Without an owner the trimmed identifier is
 // returned as it is.
-QString Kel_SubscriptionIdentifierSubstitution(QString identifier, QWidget* owner);
+KELCORE_EXPORT QString Kel_SubscriptionIdentifierSubstitution(QString identifier, QWidget* owner);
 
 #endif

@@ -1,6 +1,8 @@
 #ifndef UIP_ASSIGN_PARSENODE_H
 #define UIP_ASSIGN_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 #include <memory>
@@ -9,7 +11,7 @@
 // assigns the value to the left side, which must name a value model.
 // "a = b = c" is a = (b = c); an assignment has no value of its own, so the
 // outer assignment is handed an empty value.
-class Uip_Assign_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_Assign_ParseNode : public Uip_ParseNode
 {
 public:
     Uip_Assign_ParseNode(std::unique_ptr<Uip_ParseNode> left, std::unique_ptr<Uip_ParseNode> right);

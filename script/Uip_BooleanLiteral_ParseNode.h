@@ -1,10 +1,12 @@
 #ifndef UIP_BOOLEANLITERAL_PARSENODE_H
 #define UIP_BOOLEANLITERAL_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 // A boolean literal (true or false) of a script: evaluates to a bool variant.
-class Uip_BooleanLiteral_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_BooleanLiteral_ParseNode : public Uip_ParseNode
 {
 public:
     explicit Uip_BooleanLiteral_ParseNode(bool value);

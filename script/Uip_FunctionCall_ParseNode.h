@@ -1,6 +1,8 @@
 #ifndef UIP_FUNCTIONCALL_PARSENODE_H
 #define UIP_FUNCTIONCALL_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 #include <memory>
@@ -8,7 +10,7 @@
 // A call of an action model, with no argument or one: Play(), Select(Row).
 // The argument's value is passed as the single element of the action's
 // argument list; the call can run while the action reports itself enabled.
-class Uip_FunctionCall_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_FunctionCall_ParseNode : public Uip_ParseNode
 {
 public:
     // argument may be null (a call without argument).

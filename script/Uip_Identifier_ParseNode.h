@@ -1,6 +1,8 @@
 #ifndef UIP_IDENTIFIER_PARSENODE_H
 #define UIP_IDENTIFIER_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 #include <memory>
@@ -9,7 +11,7 @@
 // listener that ConnectAndTypeCheck() attaches to the model; evaluating
 // reads the model's value, assigning sets it, and a call node calls the
 // model through the listener.
-class Uip_Identifier_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_Identifier_ParseNode : public Uip_ParseNode
 {
 public:
     explicit Uip_Identifier_ParseNode(const QString& text);

@@ -1,6 +1,8 @@
 #ifndef UIP_PARSEERROR_H
 #define UIP_PARSEERROR_H
 
+#include "kelcore_export.h"
+
 #include <QString>
 
 // The outcome of parsing an action script: empty when the parse succeeded,
@@ -9,7 +11,7 @@
 // Line and position are 1-based (the line of the script, and the character
 // within that line) for errors found by the parser; a default-constructed
 // value, which means "no error", carries 0 in both.
-class Uip_ParseError
+class KELCORE_EXPORT Uip_ParseError
 {
 public:
     Uip_ParseError() = default;

@@ -1,6 +1,8 @@
 #ifndef UIP_PARSENODE_H
 #define UIP_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QString>
@@ -14,7 +16,7 @@ class QWidget;
 // to its models once per environment, asks isConnected() for its enabled
 // state and calls Evaluate() on each activation. Failures are false
 // results, never exceptions. Each node owns its children.
-class Uip_ParseNode
+class KELCORE_EXPORT Uip_ParseNode
 {
 public:
     virtual ~Uip_ParseNode();

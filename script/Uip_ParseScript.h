@@ -1,6 +1,8 @@
 #ifndef UIP_PARSESCRIPT_H
 #define UIP_PARSESCRIPT_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseError.h"
 
 #include <QString>
@@ -13,6 +15,6 @@ class Uip_ParseNode;
 // owns (an empty block for a blank script), or null when the script is
 // malformed; error (may be null) then receives the reason, and on success
 // is reset to "no error". Never throws.
-Uip_ParseNode* Uip_ParseScript(QString script, Uip_ParseError* error);
+KELCORE_EXPORT Uip_ParseNode* Uip_ParseScript(QString script, Uip_ParseError* error);
 
 #endif

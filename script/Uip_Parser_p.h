@@ -12,6 +12,7 @@
 // exported to applications.
 
 #include "Uip_ParseError.h"
+#include "kelcore_export.h"
 #include "Uip_ParseNode.h"
 #include "Uip_StatementBlock_ParseNode.h"
 
@@ -47,7 +48,9 @@ struct Uip_Token
 
 // Reads tokens off the front of a script. Blanks between tokens are
 // skipped. A bad character is not consumed: asking again returns it again.
-class Uip_Scanner
+// Exported for the library's tests and fuzz targets, which compare it with
+// a reference scanner; the header is not installed.
+class KELCORE_EXPORT Uip_Scanner
 {
 public:
     explicit Uip_Scanner(const QString& script);

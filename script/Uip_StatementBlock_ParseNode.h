@@ -1,6 +1,8 @@
 #ifndef UIP_STATEMENTBLOCK_PARSENODE_H
 #define UIP_STATEMENTBLOCK_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 #include <memory>
@@ -8,7 +10,7 @@
 
 // The root of a parsed script: its statements, run in order until one
 // fails. An empty block connects, runs and is enabled.
-class Uip_StatementBlock_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_StatementBlock_ParseNode : public Uip_ParseNode
 {
 public:
     Uip_StatementBlock_ParseNode();

@@ -1,10 +1,12 @@
 #ifndef UIP_STRINGLITERAL_PARSENODE_H
 #define UIP_STRINGLITERAL_PARSENODE_H
 
+#include "kelcore_export.h"
+
 #include "Uip_ParseNode.h"
 
 // A string literal of a script: evaluates to its text (a QString variant).
-class Uip_StringLiteral_ParseNode : public Uip_ParseNode
+class KELCORE_EXPORT Uip_StringLiteral_ParseNode : public Uip_ParseNode
 {
 public:
     explicit Uip_StringLiteral_ParseNode(const QString& text);

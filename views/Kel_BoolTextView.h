@@ -1,6 +1,8 @@
 #ifndef KEL_BOOLTEXTVIEW_H
 #define KEL_BOOLTEXTVIEW_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ValueViewBase.h"
 #include "Mvt_SimpleValue.h"
 
@@ -8,7 +10,7 @@
 
 // Shows the value of a bool model as one of two texts ("Yes" and "No"
 // unless told otherwise). Unconnected, it shows nothing.
-class Kel_BoolTextView : public Kel_ValueViewBase
+class KELCORE_EXPORT Kel_BoolTextView : public Kel_ValueViewBase
 {
 public:
     Kel_BoolTextView();

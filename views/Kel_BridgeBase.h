@@ -1,6 +1,8 @@
 #ifndef KEL_BRIDGEBASE_H
 #define KEL_BRIDGEBASE_H
 
+#include "kelcore_export.h"
+
 #include <QColor>
 #include <QPixmap>
 #include <QPoint>
@@ -13,7 +15,7 @@ class QWidget;
 
 // What the bridge widgets share: the hosted view (owned), the background
 // they paint behind it, and the dotted names of what lies under a point.
-class Kel_BridgeBase
+class KELCORE_EXPORT Kel_BridgeBase
 {
 public:
     // widget is the bridge itself; it is not owned.

@@ -1,6 +1,8 @@
 #ifndef KEL_BRIDGEQSCROLLAREA_H
 #define KEL_BRIDGEQSCROLLAREA_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BridgeBase.h"
 #include "Kel_ViewContainerInterface.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -13,7 +15,7 @@
 // visible area, paints the view and hands it the content's events. It
 // scrolls rectangles into sight and, when drag auto-scroll is on, scrolls by
 // itself, faster and faster, while something is dragged near its edges.
-class Kel_BridgeQScrollArea : public QScrollArea,
+class KELCORE_EXPORT Kel_BridgeQScrollArea : public QScrollArea,
                               public Kel_ViewContainerInterface,
                               public Kel_BridgeBase,
                               public Kel_WidgetConnectInterface

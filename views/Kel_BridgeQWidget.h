@@ -1,6 +1,8 @@
 #ifndef KEL_BRIDGEQWIDGET_H
 #define KEL_BRIDGEQWIDGET_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BridgeBase.h"
 #include "Kel_ViewContainerInterface.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -11,7 +13,7 @@
 // top-left corner: it paints the view over its background, hands it the
 // widget's mouse, key, drag and tool-tip events in view coordinates, and
 // takes the view's size (in a layout, through its size hint).
-class Kel_BridgeQWidget : public QWidget,
+class KELCORE_EXPORT Kel_BridgeQWidget : public QWidget,
                           public Kel_ViewContainerInterface,
                           public Kel_BridgeBase,
                           public Kel_WidgetConnectInterface

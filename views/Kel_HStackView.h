@@ -1,6 +1,8 @@
 #ifndef KEL_HSTACKVIEW_H
 #define KEL_HSTACKVIEW_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ContainerViewBase.h"
 
 #include <vector>
@@ -12,7 +14,7 @@
 // Besides the laid-out views, a stack can show proxy views (for instance the
 // stand-ins of a column being dragged): sub-views that stay where they are
 // put and do not count in the indexes, so that cell addressing is unaffected.
-class Kel_HStackView : public Kel_ContainerViewBase
+class KELCORE_EXPORT Kel_HStackView : public Kel_ContainerViewBase
 {
 public:
     Kel_HStackView();

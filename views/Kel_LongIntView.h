@@ -1,6 +1,8 @@
 #ifndef KEL_LONGINTVIEW_H
 #define KEL_LONGINTVIEW_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ValueViewBase.h"
 #include "Mvt_SimpleValue.h"
 
@@ -8,7 +10,7 @@
 
 // Shows the value of a long model as decimal text, right-aligned so that
 // numbers line up in a column. Unconnected, it shows nothing.
-class Kel_LongIntView : public Kel_ValueViewBase
+class KELCORE_EXPORT Kel_LongIntView : public Kel_ValueViewBase
 {
 public:
     Kel_LongIntView();

@@ -1,6 +1,8 @@
 #ifndef KEL_STRINGVIEW_H
 #define KEL_STRINGVIEW_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ValueViewBase.h"
 #include "Mvt_SimpleValue.h"
 
@@ -10,7 +12,7 @@
 // Shows the value of a string model as text, optionally in the colour held
 // by a colour model. Unconnected, it shows nothing; without a colour model
 // it draws in the painter's pen colour (the one its list or bridge chose).
-class Kel_StringView : public Kel_ValueViewBase
+class KELCORE_EXPORT Kel_StringView : public Kel_ValueViewBase
 {
 public:
     Kel_StringView();

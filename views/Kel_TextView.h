@@ -1,6 +1,8 @@
 #ifndef KEL_TEXTVIEW_H
 #define KEL_TEXTVIEW_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ValueViewBase.h"
 #include "Mvt_SimpleValue.h"
 
@@ -9,7 +11,7 @@
 // Shows the value of a string model (typically a name) as text, cut short
 // with an ellipsis at the right when it is wider than the view. Unconnected,
 // it shows nothing.
-class Kel_TextView : public Kel_ValueViewBase
+class KELCORE_EXPORT Kel_TextView : public Kel_ValueViewBase
 {
 public:
     Kel_TextView();

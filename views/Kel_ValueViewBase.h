@@ -1,6 +1,8 @@
 #ifndef KEL_VALUEVIEWBASE_H
 #define KEL_VALUEVIEWBASE_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundProperty.h"
 #include "Kel_ViewBase.h"
 
@@ -13,7 +15,7 @@
 // refresh on model notifications. Values are read again at every paint, so
 // that one row view re-used for every row of a list (its listeners follow
 // "$Row" through an index model) draws each row's own value.
-class Kel_ValueViewBase : public Kel_ViewBase
+class KELCORE_EXPORT Kel_ValueViewBase : public Kel_ViewBase
 {
 public:
     // Font-manager key of the font that list rows are drawn with.

@@ -1,6 +1,8 @@
 #ifndef KEL_ACTIONBUTTON_H
 #define KEL_ACTIONBUTTON_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ActionScriptRunner.h"
 #include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -16,7 +18,7 @@
 // action it calls says it is disabled). With quorAutoRepeat on, holding it
 // down runs the script again after repeatDelay ms and then every
 // repeatInterval ms until release.
-class Kel_ActionButton : public QPushButton, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_ActionButton : public QPushButton, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray actionScript READ GetActionScript WRITE SetActionScript)

@@ -1,6 +1,8 @@
 #ifndef KEL_ACTIONSCRIPTRUNNER_H
 #define KEL_ACTIONSCRIPTRUNNER_H
 
+#include "kelcore_export.h"
+
 #include "Mv_ConnectionEnvironment.h"
 
 #include <QPointer>
@@ -18,7 +20,7 @@ class Uip_ParseNode;
 // now, running it, and the repeat task that runs it again while the button
 // is held. Shared by the action buttons; the owner decides when to press,
 // release and run.
-class Kel_ActionScriptRunner
+class KELCORE_EXPORT Kel_ActionScriptRunner
 {
 public:
     enum RepeatState

@@ -1,6 +1,8 @@
 #ifndef KEL_CHECKBOX_H
 #define KEL_CHECKBOX_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundFont.h"
 #include "Kel_BoundProperty.h"
 #include "Kel_IPointOfInterestFinder.h"
@@ -13,7 +15,7 @@
 // A check box bound to a bool model (its checked state), optionally to bool
 // models for its visible and enabled states, and to a named font. Without a
 // connected checked-state model it is disabled: it cannot be operated.
-class Kel_CheckBox : public QCheckBox, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
+class KELCORE_EXPORT Kel_CheckBox : public QCheckBox, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray checkedStateConnection READ getCheckedStateConnectionSpec WRITE setCheckedStateConnectionSpec)

@@ -1,6 +1,8 @@
 #ifndef KEL_IMMEDIATEACTIONBUTTON_H
 #define KEL_IMMEDIATEACTIONBUTTON_H
 
+#include "kelcore_export.h"
+
 #include "Kel_ActionScriptRunner.h"
 #include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -20,7 +22,7 @@ class QContextMenuEvent;
 // script cannot run (a model it names is missing or an action it calls
 // says it is disabled). A right-click calls the context-menu action model,
 // if one is named.
-class Kel_ImmediateActionButton : public QWidget, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_ImmediateActionButton : public QWidget, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
     // Declared first so that forms set it before they load the images.

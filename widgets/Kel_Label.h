@@ -1,6 +1,8 @@
 #ifndef KEL_LABEL_H
 #define KEL_LABEL_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundFont.h"
 #include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -16,7 +18,7 @@ class QContextMenuEvent;
 // its font from the font manager, and a right-click can call an action
 // model. A label without a text specification keeps the text it was given,
 // like a plain QLabel; one whose text model is not connected is empty.
-class Kel_Label : public QLabel, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_Label : public QLabel, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray textConnection READ getTextConnectionSpec WRITE setTextConnectionSpec)

@@ -1,6 +1,8 @@
 #ifndef KEL_LONGLABEL_H
 #define KEL_LONGLABEL_H
 
+#include "kelcore_export.h"
+
 #include "Kel_BoundFont.h"
 #include "Kel_BoundProperty.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -12,7 +14,7 @@
 // A label that shows the value of a long model as decimal text, in a font
 // named in the font manager. Without a specification it keeps the text it
 // was given; while its model is not connected it is empty.
-class Kel_LongLabel : public QLabel, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_LongLabel : public QLabel, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray connectionName READ GetConnectionName WRITE SetConnectionName)

@@ -1,7 +1,7 @@
 // The action-script grammar: accepted shapes as tree dumps, every error
 // message with a script that triggers it and where, and the scanner's
 // agreement with the regular expressions that define the tokens.
-#include "../../fuzz/ScriptScannerComparison.h"
+#include "ScriptScannerComparison.h"
 #include "TestSupport.h"
 #include "Uip_ParseNode.h"
 #include "Uip_ParseScript.h"
@@ -107,26 +107,6 @@ TEST(ScriptParser, NullErrorIsAllowed)
 {
     EXPECT_EQ(nullptr, Uip_ParseScript(QStringLiteral("f(x"), nullptr));
     EXPECT_NE(nullptr, std::unique_ptr<Uip_ParseNode>(Uip_ParseScript(QStringLiteral("f(x)"), nullptr)));
-}
-
-// The two safeguards below cannot be reached from a script (the scanner
-// never hands over a statement whose tokens reduce to nothing); they are
-// driven here through the collectors.
-TEST(ScriptParser, SafeguardMessages)
-{
-    Uip_ParseError error;
-    Uip_StatementListCollector statements;
-    ASSERT_TRUE(statements.shift(Uip_Token(Uip_Token::Bad, 1, 4), &error));
-    EXPECT_FALSE(statements.shift(Uip_Token(Uip_Token::End, 1, 5), &error));
-    EXPECT_EQ(QStringLiteral("Not a statement"), error.mMessage);
-    EXPECT_EQ(4, error.mPosition);
-
-    Uip_CallCollector call;
-    Uip_Token result;
-    ASSERT_TRUE(call.shift(Uip_Token(Uip_Token::Bad, 1, 1), &error));
-    ASSERT_TRUE(call.shift(Uip_Token(Uip_Token::ArgumentList, 1, 2), &error));
-    EXPECT_FALSE(call.reduce(&result, &error));
-    EXPECT_EQ(QStringLiteral("Not a callable function"), error.mMessage);
 }
 
 TEST(ScriptScanner, AgreesWithTheTokenPatterns)
