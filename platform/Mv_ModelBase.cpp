@@ -70,7 +70,7 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
         if (dict->mDying)
             qCDebug(lcKelPlatform, "Mv_ModelBase::Publish - %s: the dictionary is being destroyed", qPrintable(mName));
         else
-            qCDebug(lcKelPlatform, "Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
+            qCWarning(lcKelPlatform, "Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
         return false;
     }
     mEntryP = entry;
