@@ -11,7 +11,6 @@
 #include <QDomElement>
 #include <QIcon>
 #include <QKeySequence>
-#include <QLoggingCategory>
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
@@ -31,15 +30,6 @@ QMap<QString, bool>& acceleratorTable()
 {
     static QMap<QString, bool> table;
     return table;
-}
-
-// Whether debug output is wanted. The traces written for every item of
-// every opening are formatted only then: Qt formats a message before it
-// looks at whether debug output is enabled.
-bool tracingItems()
-{
-    const QLoggingCategory* category = QLoggingCategory::defaultCategory();
-    return !category || category->isDebugEnabled();
 }
 
 // The part of a menu name after its last folder separator.
@@ -281,9 +271,11 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     // An empty accelerator (an element without one) takes no key.
     if (!sequence.isEmpty())
         acceleratorTable()[text] = true;
-    if (tracingItems())
-        qCDebug(lcKelMenu, "Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text),
-                static_cast<void*>(action));
+    // The traces written for every item of every opening cost nothing
+    // unless kel.menu debug output is on: qCDebug evaluates its arguments
+    // only then.
+    qCDebug(lcKelMenu, "Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text),
+            static_cast<void*>(action));
 }
 
 void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
@@ -291,10 +283,8 @@ void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
     QAction* action = actionForID(id);
     if (!action)
         return;
-    if (tracingItems()) {
-        qCDebug(lcKelMenu, "Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
-                qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
-    }
+    qCDebug(lcKelMenu, "Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
+            qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
     action->setEnabled(enabled);
 }
 
