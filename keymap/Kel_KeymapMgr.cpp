@@ -1,6 +1,7 @@
 #include "Kel_KeymapMgr.h"
 
 #include "Kel_KeyboardLanguage.h"
+#include "Kel_Logging_p.h"
 #include "Kel_MenuBar.h"
 #include "Mnu_CommandSegment.h"
 #include "Mv_Variant.h"
@@ -131,13 +132,13 @@ bool Kel_KeymapMgr::load(const QString& name, int lang)
     if (!openRegularFile(file)) {
         file.setFileName(name);
         if (name.isEmpty() || !openRegularFile(file)) {
-            qDebug("Kel_KeymapMgr::load cannot open resource %s", qUtf8Printable(path));
+            qCDebug(lcKelKeymap, "Kel_KeymapMgr::load cannot open resource %s", qUtf8Printable(path));
             return false;
         }
     }
     const QString canonicalPath = QFileInfo(file.fileName()).canonicalFilePath();
     if (mFilesBeingLoaded.contains(canonicalPath)) {
-        qDebug("Kel_KeymapMgr::load, recursive include of %s", qUtf8Printable(file.fileName()));
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr::load, recursive include of %s", qUtf8Printable(file.fileName()));
         return false;
     }
 
@@ -146,7 +147,8 @@ bool Kel_KeymapMgr::load(const QString& name, int lang)
     int line = 0;
     int column = 0;
     if (!document.setContent(&file, false, &message, &line, &column)) {
-        qDebug("Kel_KeymapMgr load parse error %s at line %d column %d", qUtf8Printable(message), line, column);
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr load parse error %s at line %d column %d", qUtf8Printable(message), line,
+                column);
         return false;
     }
     file.close();
@@ -164,7 +166,8 @@ bool Kel_KeymapMgr::loadFromXMLString(const QString& xml, int lang)
     int line = 0;
     int column = 0;
     if (!document.setContent(xml, false, &message, &line, &column)) {
-        qDebug("Kel_KeymapMgr load parse error %s at line %d column %d", qUtf8Printable(message), line, column);
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr load parse error %s at line %d column %d", qUtf8Printable(message), line,
+                column);
         return false;
     }
     return parseIntoTable(document, lang);
@@ -400,17 +403,17 @@ bool Kel_KeymapMgr::dump(const QString& context, int lang)
     // The table first: with lang -1 it moves the current language, which the header reports.
     const Table& table = KeyMap(lang);
     const QString prefix = context + separator();
-    qDebug("================================================");
-    qDebug("Dump Key Mappings: (lang = %d)", lang < 0 ? mCurrentLang : lang);
-    qDebug(" - - - - - - - - - - - - - - - - - - - - - - - -");
+    qCDebug(lcKelKeymap, "================================================");
+    qCDebug(lcKelKeymap, "Dump Key Mappings: (lang = %d)", lang < 0 ? mCurrentLang : lang);
+    qCDebug(lcKelKeymap, " - - - - - - - - - - - - - - - - - - - - - - - -");
     for (auto it = table.constBegin(); it != table.constEnd(); ++it) {
         if (!context.isEmpty() && !it.key().startsWith(prefix))
             continue;
         const QString line = it.key().leftJustified(20) + it->actionId.left(30) + it->action.left(50);
-        qDebug("%s", qUtf8Printable(line));
+        qCDebug(lcKelKeymap, "%s", qUtf8Printable(line));
     }
-    qDebug("Total Key Mappings found: %d", int(table.size()));
-    qDebug("================================================");
+    qCDebug(lcKelKeymap, "Total Key Mappings found: %d", int(table.size()));
+    qCDebug(lcKelKeymap, "================================================");
     return true;
 }
 
@@ -448,7 +451,8 @@ bool Kel_KeymapMgr::xmlDocParser(const QDomDocument& document)
 {
     const QDomElement root = document.documentElement();
     if (root.tagName() != QLatin1String(kRootTag)) {
-        qDebug("Kel_KeymapMgr::xmlDocParser, unexpected top-level tag <%s>", qUtf8Printable(root.tagName()));
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr::xmlDocParser, unexpected top-level tag <%s>",
+                qUtf8Printable(root.tagName()));
         return false;
     }
     return xmlParser(root);
@@ -466,14 +470,15 @@ bool Kel_KeymapMgr::xmlParser(const QDomElement& root)
             for (QDomElement entry = element.firstChildElement(); !entry.isNull();
                  entry = entry.nextSiblingElement()) {
                 if (entry.tagName() != QLatin1String("Entry")) {
-                    qDebug("Kel_KeymapMgr::xmlParser, unexpected tag <%s>", qUtf8Printable(entry.tagName()));
+                    qCDebug(lcKelKeymap, "Kel_KeymapMgr::xmlParser, unexpected tag <%s>",
+                            qUtf8Printable(entry.tagName()));
                     return false;
                 }
                 if (!parseEntry(entry, context))
                     return false;
             }
         } else {
-            qDebug("Kel_KeymapMgr::xmlParser, unexpected tag <%s>", qUtf8Printable(tag));
+            qCDebug(lcKelKeymap, "Kel_KeymapMgr::xmlParser, unexpected tag <%s>", qUtf8Printable(tag));
             return false;
         }
     }
@@ -484,7 +489,7 @@ bool Kel_KeymapMgr::parseIncludes(const QDomElement& includes)
 {
     for (QDomElement file = includes.firstChildElement(); !file.isNull(); file = file.nextSiblingElement()) {
         if (file.tagName() != QLatin1String("File")) {
-            qDebug("Kel_KeymapMgr::parseIncludes, unexpected tag <%s>", qUtf8Printable(file.tagName()));
+            qCDebug(lcKelKeymap, "Kel_KeymapMgr::parseIncludes, unexpected tag <%s>", qUtf8Printable(file.tagName()));
             return false;
         }
         // Into the table being filled, which is the current one while loading.
@@ -518,11 +523,11 @@ bool Kel_KeymapMgr::parseEntry(const QDomElement& entry, const QString& defaultC
             info.isCustom = true;
     }
     if (keyText.isEmpty()) {
-        qDebug("Kel_KeymapMgr::parseEntry, missing tag KeySequence");
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr::parseEntry, missing tag KeySequence");
         return false;
     }
     if (context.isEmpty()) {
-        qDebug("Kel_KeymapMgr::parseEntry, missing tag Context");
+        qCDebug(lcKelKeymap, "Kel_KeymapMgr::parseEntry, missing tag Context");
         return false;
     }
     // Key texts are read in the portable form on every platform, so that one

@@ -1,9 +1,9 @@
 #include "Mnu_BooleanSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 
-#include <QDebug>
 #include <QDomElement>
 
 Mnu_BooleanSegment::Mnu_BooleanSegment(Mnu_Menu* menu, QDomElement* element)
@@ -82,8 +82,8 @@ void Mnu_BooleanSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEn
 void Mnu_BooleanSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_BooleanSegment");
-    qDebug("%s   booleanConnectionName: [%s], checked[%d]", qPrintable(prefix), qPrintable(mBooleanModel.spec()),
-           int(mChecked));
+    qCDebug(lcKelMenu, "%s   booleanConnectionName: [%s], checked[%d]", qPrintable(prefix),
+            qPrintable(mBooleanModel.spec()), int(mChecked));
 }
 
 bool Mnu_BooleanSegment::parseSubElement(QDomElement* element)

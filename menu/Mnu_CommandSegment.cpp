@@ -1,5 +1,6 @@
 #include "Mnu_CommandSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 #include "Mv_Utils.h"
@@ -7,7 +8,6 @@
 #include "Uip_ParseNode.h"
 #include "Uip_ParseScript.h"
 
-#include <QDebug>
 #include <QDomElement>
 #include <QTimer>
 
@@ -101,7 +101,7 @@ void Mnu_CommandSegment::connectScript()
 void Mnu_CommandSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_CommandSegment");
-    qDebug("%s   action script: [%s]", qPrintable(prefix), qPrintable(mActionScript));
+    qCDebug(lcKelMenu, "%s   action script: [%s]", qPrintable(prefix), qPrintable(mActionScript));
 }
 
 void Mnu_CommandSegment::setActionScript(const QString& script)

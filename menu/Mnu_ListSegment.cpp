@@ -1,10 +1,10 @@
 #include "Mnu_ListSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 #include "Ost_Assert.h"
 
-#include <QDebug>
 #include <QDomElement>
 #include <algorithm>
 
@@ -125,14 +125,14 @@ void Mnu_ListSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvir
 void Mnu_ListSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_ListSegment");
-    qDebug("%s   itemConnectionName: [%s]", qPrintable(prefix), qPrintable(mItemsConnectionName));
-    qDebug("%s   itemIDs total #(%ld)", qPrintable(prefix), long(mIDs.size()));
+    qCDebug(lcKelMenu, "%s   itemConnectionName: [%s]", qPrintable(prefix), qPrintable(mItemsConnectionName));
+    qCDebug(lcKelMenu, "%s   itemIDs total #(%ld)", qPrintable(prefix), long(mIDs.size()));
     for (const Mnu_MenuID& id : mIDs)
         id.dump(prefix + QLatin1String("      "));
-    qDebug("%s   MenuID to ItemID map", qPrintable(prefix));
+    qCDebug(lcKelMenu, "%s   MenuID to ItemID map", qPrintable(prefix));
     long index = 0;
     for (const auto& entry : mItemIdentifierMap)
-        qDebug("%s      map[%ld]: ItemID[%s]", qPrintable(prefix), index++, qPrintable(entry.second));
+        qCDebug(lcKelMenu, "%s      map[%ld]: ItemID[%s]", qPrintable(prefix), index++, qPrintable(entry.second));
 }
 
 void Mnu_ListSegment::setItemsConnectionName(const QString& name)

@@ -1,9 +1,9 @@
 #include "Mnu_Manager.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Menu.h"
 #include "Ost_Resource.h"
 
-#include <QDebug>
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
@@ -231,7 +231,8 @@ bool Mnu_Manager::xmlParser(char* name)
     if (tooDeep)
         message = QStringLiteral("elements nested too deeply");
     if (tooDeep || !file.seek(0) || !document.setContent(&file, false, &message, &line, &column)) {
-        qDebug("Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line, column);
+        qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line,
+                column);
         file.close();
         return false;
     }
@@ -247,10 +248,10 @@ void Mnu_Manager::setWhatsThis(Mnu_MenuID id, const std::string& text)
 
 void Mnu_Manager::dumpManagerInformation(const QString& prefix) const
 {
-    qDebug("%sMnu_Manager: this  [%p]", qPrintable(prefix), static_cast<const void*>(this));
-    qDebug("%s   menu:           [%p] (Mnu_Menu *)", qPrintable(prefix), static_cast<const void*>(mMenuP));
-    qDebug("%s   parent segment: [%p] (Mnu_SubmenuSegment *)", qPrintable(prefix),
-           static_cast<const void*>(mParentSegmentP));
+    qCDebug(lcKelMenu, "%sMnu_Manager: this  [%p]", qPrintable(prefix), static_cast<const void*>(this));
+    qCDebug(lcKelMenu, "%s   menu:           [%p] (Mnu_Menu *)", qPrintable(prefix), static_cast<const void*>(mMenuP));
+    qCDebug(lcKelMenu, "%s   parent segment: [%p] (Mnu_SubmenuSegment *)", qPrintable(prefix),
+            static_cast<const void*>(mParentSegmentP));
     if (mMenuP)
         mMenuP->dump(prefix + QLatin1String("   "));
 }

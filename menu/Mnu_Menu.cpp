@@ -1,12 +1,12 @@
 #include "Mnu_Menu.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Segment.h"
 #include "Mnu_SubmenuSegment.h"
 #include "Mv_MessageDispatcher.h"
 #include "Mvt_Root_Notifications.h"
 
-#include <QDebug>
 #include <QDomElement>
 #include <QStringList>
 #include <algorithm>
@@ -300,18 +300,19 @@ void Mnu_Menu::dump(const QString& prefix) const
 {
     const QString nested = prefix + QLatin1String("      ");
     const QString deeper = prefix + QLatin1String("         ");
-    qDebug("%sMnu_Menu: this[%p]", qPrintable(prefix), static_cast<const void*>(this));
-    qDebug("%s   manager:    [%p] (Mnu_Manager *)", qPrintable(prefix), static_cast<const void*>(mManagerP));
-    qDebug("%s   segments:  (%ld) (Mnu_Segment *)", qPrintable(prefix), long(mSegments.size()));
+    qCDebug(lcKelMenu, "%sMnu_Menu: this[%p]", qPrintable(prefix), static_cast<const void*>(this));
+    qCDebug(lcKelMenu, "%s   manager:    [%p] (Mnu_Manager *)", qPrintable(prefix),
+            static_cast<const void*>(mManagerP));
+    qCDebug(lcKelMenu, "%s   segments:  (%ld) (Mnu_Segment *)", qPrintable(prefix), long(mSegments.size()));
     for (const Mnu_Segment* segment : mSegments)
         segment->dump(nested);
-    qDebug("%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(mIDs.size()));
+    qCDebug(lcKelMenu, "%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(mIDs.size()));
     for (const Mnu_MenuID& id : mIDs)
         id.dump(nested);
-    qDebug("%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
+    qCDebug(lcKelMenu, "%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
     long iteration = 0;
     for (const auto& entry : mSegmentMap) {
-        qDebug("%s      iteration (%ld)", qPrintable(prefix), iteration++);
+        qCDebug(lcKelMenu, "%s      iteration (%ld)", qPrintable(prefix), iteration++);
         entry.first.dump(deeper);
         entry.second->dump(deeper);
     }

@@ -1,8 +1,9 @@
 #include "Mnu_MenuID.h"
 
-#include <QDebug>
+#include "Kel_Logging_p.h"
 
 void Mnu_MenuID::dump(const QString& prefix) const
 {
-    qDebug("%sMnu_MenuID: [%p], value [%p] (void *)", qPrintable(prefix), static_cast<const void*>(this), mValue);
+    qCDebug(lcKelMenu, "%sMnu_MenuID: [%p], value [%p] (void *)", qPrintable(prefix), static_cast<const void*>(this),
+            mValue);
 }

@@ -1,5 +1,6 @@
 #include "Mnu_QtManager.h"
 
+#include "Kel_Logging_p.h"
 #include "Kel_PopupMenu.h"
 #include "Mnu_Menu.h"
 #include "Mnu_QtMenuBarManager.h"
@@ -7,11 +8,9 @@
 #include "Ost_Resource.h"
 
 #include <QAction>
-#include <QDebug>
 #include <QDomElement>
 #include <QIcon>
 #include <QKeySequence>
-#include <QLoggingCategory>
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
@@ -31,15 +30,6 @@ QMap<QString, bool>& acceleratorTable()
 {
     static QMap<QString, bool> table;
     return table;
-}
-
-// Whether debug output is wanted. The traces written for every item of
-// every opening are formatted only then: Qt formats a message before it
-// looks at whether debug output is enabled.
-bool tracingItems()
-{
-    const QLoggingCategory* category = QLoggingCategory::defaultCategory();
-    return !category || category->isDebugEnabled();
 }
 
 // The part of a menu name after its last folder separator.
@@ -173,7 +163,7 @@ Kel_PopupMenu* Mnu_QtManager::createPopupMenu(QWidget* parent)
 bool Mnu_QtManager::instantiateMenus()
 {
     const QString name = mMenuP ? mMenuP->getName() : QString();
-    qDebug("]]] Mnu_QtManager::instantiateMenus: menu [%s]", qPrintable(name));
+    qCDebug(lcKelMenu, "]]] Mnu_QtManager::instantiateMenus: menu [%s]", qPrintable(name));
 
     if (mPopupMenuP && mPopupMenuP->objectName() == QLatin1String("unnamed")) {
         mPopupMenuP->setObjectName(name);
@@ -200,7 +190,7 @@ bool Mnu_QtManager::instantiateMenus()
 
 void Mnu_QtManager::clearMenus()
 {
-    qDebug("]]] Mnu_QtManager::clearMenus:");
+    qCDebug(lcKelMenu, "]]] Mnu_QtManager::clearMenus:");
     if (mPopupMenuP)
         clearPopup();
     mItemIDs.clear();
@@ -281,8 +271,11 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     // An empty accelerator (an element without one) takes no key.
     if (!sequence.isEmpty())
         acceleratorTable()[text] = true;
-    if (tracingItems())
-        qDebug("Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text), static_cast<void*>(action));
+    // The traces written for every item of every opening cost nothing
+    // unless kel.menu debug output is on: qCDebug evaluates its arguments
+    // only then.
+    qCDebug(lcKelMenu, "Mnu_QtManager::setItemAccelerator: set [%s], item [%p]", qPrintable(text),
+            static_cast<void*>(action));
 }
 
 void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
@@ -290,10 +283,8 @@ void Mnu_QtManager::setItemEnabled(Mnu_MenuID id, bool enabled)
     QAction* action = actionForID(id);
     if (!action)
         return;
-    if (tracingItems()) {
-        qDebug("Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
-               qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
-    }
+    qCDebug(lcKelMenu, "Mnu_QtManager::setItemEnabled: (%p) shortcut[%s] to (%d)", static_cast<void*>(action),
+            qPrintable(action->shortcut().toString(QKeySequence::PortableText)), int(enabled));
     action->setEnabled(enabled);
 }
 
@@ -317,7 +308,7 @@ bool Mnu_QtManager::getItemChecked(Mnu_MenuID id)
 
 bool Mnu_QtManager::removeItem(Mnu_MenuID id)
 {
-    qDebug("Mnu_QtManager::removeItem: remove item [%p]", id.getValue());
+    qCDebug(lcKelMenu, "Mnu_QtManager::removeItem: remove item [%p]", id.getValue());
     if (!mPopupMenuP || !id.IsValid())
         return false;
     if (QAction* action = actionForID(id)) {
@@ -443,15 +434,15 @@ void Mnu_QtManager::makeConnections(boost::shared_ptr<const Mv_ConnectionEnviron
 
 void Mnu_QtManager::dump(const QString& prefix) const
 {
-    qDebug("%sMnu_QtManager: this   [%p]", qPrintable(prefix), static_cast<const void*>(this));
-    qDebug("%s   parent menu bar: [%p] (Mnu_QtMenuBarManager *)", qPrintable(prefix),
-           static_cast<const void*>(mMenuBarManagerP));
-    qDebug("%s   popup menu:      [%p] (Kel_PopupMenu *)", qPrintable(prefix),
-           static_cast<const void*>(mPopupMenuP.data()));
-    qDebug("%s   item IDs: total #(%ld) (QAction *)", qPrintable(prefix), long(mItemIDs.size()));
+    qCDebug(lcKelMenu, "%sMnu_QtManager: this   [%p]", qPrintable(prefix), static_cast<const void*>(this));
+    qCDebug(lcKelMenu, "%s   parent menu bar: [%p] (Mnu_QtMenuBarManager *)", qPrintable(prefix),
+            static_cast<const void*>(mMenuBarManagerP));
+    qCDebug(lcKelMenu, "%s   popup menu:      [%p] (Kel_PopupMenu *)", qPrintable(prefix),
+            static_cast<const void*>(mPopupMenuP.data()));
+    qCDebug(lcKelMenu, "%s   item IDs: total #(%ld) (QAction *)", qPrintable(prefix), long(mItemIDs.size()));
     for (int i = 0; i < mItemIDs.size(); ++i)
-        qDebug("%s      itemID[%ld]: [%p] (QAction *)", qPrintable(prefix), long(i),
-               static_cast<const void*>(mItemIDs.at(i)));
+        qCDebug(lcKelMenu, "%s      itemID[%ld]: [%p] (QAction *)", qPrintable(prefix), long(i),
+                static_cast<const void*>(mItemIDs.at(i)));
     dumpManagerInformation(prefix);
 }
 
@@ -491,7 +482,7 @@ bool Mnu_QtManager::savePopupMenu(std::ostream&, const QString&, Mnu_Segment::sa
 
 void Mnu_QtManager::aboutToShow()
 {
-    qDebug("]]] Mnu_QtManager::aboutToShow:");
+    qCDebug(lcKelMenu, "]]] Mnu_QtManager::aboutToShow:");
     if ((mInstantiated || !mItemIDs.isEmpty()) && mPopupMenuP)
         clearPopup();
     if (mMenuP)
@@ -517,7 +508,7 @@ void Mnu_QtManager::triggered(QAction* action)
 bool Mnu_QtManager::xmlDerivedParser(QDomElement& root)
 {
     if (root.tagName() != QLatin1String("Menu")) {
-        qDebug("Mnu_QtManager::xmlDerivedParser unexpected root tag <%s>", qPrintable(root.tagName()));
+        qCDebug(lcKelMenu, "Mnu_QtManager::xmlDerivedParser unexpected root tag <%s>", qPrintable(root.tagName()));
         return false;
     }
     // The items of the menu being replaced go with it.

@@ -1,5 +1,6 @@
 #include "Mnu_QtMenuBarManager.h"
 
+#include "Kel_Logging_p.h"
 #include "Kel_MenuBar.h"
 #include "Kel_PopupMenu.h"
 #include "Mnu_Menu.h"
@@ -8,7 +9,6 @@
 #include "Mnu_SubmenuSegment.h"
 
 #include <QAction>
-#include <QDebug>
 #include <QDomElement>
 #include <QMap>
 #include <QStringList>
@@ -237,20 +237,22 @@ void Mnu_QtMenuBarManager::dump(const QString& prefix) const
 {
     const QByteArray prefixText = prefix.toLocal8Bit();
     const char* p = prefixText.constData();
-    qDebug("%sMnu_QtMenuBarManager: this[%p]", p, static_cast<const void*>(this));
-    qDebug("%s   menu bar:       [%p] (Kel_MenuBar *)", p, static_cast<const void*>(mMenuBarP.data()));
-    qDebug("%s   popup menus: total #(%ld)", p, long(mManagers.size()));
+    qCDebug(lcKelMenu, "%sMnu_QtMenuBarManager: this[%p]", p, static_cast<const void*>(this));
+    qCDebug(lcKelMenu, "%s   menu bar:       [%p] (Kel_MenuBar *)", p, static_cast<const void*>(mMenuBarP.data()));
+    qCDebug(lcKelMenu, "%s   popup menus: total #(%ld)", p, long(mManagers.size()));
     for (int i = 0; i < mManagers.size(); ++i)
-        qDebug("%s      popup menu[%ld]: [%p] (Mnu_QtManager *)", p, long(i), static_cast<const void*>(mManagers.at(i)));
-    qDebug("%s   item IDs:    total #(%ld)", p, long(mItemIDs.size()));
+        qCDebug(lcKelMenu, "%s      popup menu[%ld]: [%p] (Mnu_QtManager *)", p, long(i),
+                static_cast<const void*>(mManagers.at(i)));
+    qCDebug(lcKelMenu, "%s   item IDs:    total #(%ld)", p, long(mItemIDs.size()));
     for (int i = 0; i < mItemIDs.size(); ++i)
-        qDebug("%s      item ID[%ld]: [%p] (QAction *)", p, long(i), static_cast<const void*>(mItemIDs.at(i).data()));
-    qDebug("%s   popup menus: details of (%ld) (Mnu_QtManager *)", p, long(mManagers.size()));
+        qCDebug(lcKelMenu, "%s      item ID[%ld]: [%p] (QAction *)", p, long(i),
+                static_cast<const void*>(mItemIDs.at(i).data()));
+    qCDebug(lcKelMenu, "%s   popup menus: details of (%ld) (Mnu_QtManager *)", p, long(mManagers.size()));
     for (const Mnu_QtManager* manager : mManagers) {
         if (manager)
             manager->dump(prefix + QLatin1String("      "));
         else
-            qDebug("%s      NULL pointer!", p);
+            qCDebug(lcKelMenu, "%s      NULL pointer!", p);
     }
 }
 
@@ -371,7 +373,8 @@ bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream&, const QString&, Mnu_Segmen
 bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
 {
     if (root.tagName() != QLatin1String("MenuBar")) {
-        qDebug("Mnu_QtMenuBarManager::xmlDerivedParser unexpected root tag <%s>", qPrintable(root.tagName()));
+        qCDebug(lcKelMenu, "Mnu_QtMenuBarManager::xmlDerivedParser unexpected root tag <%s>",
+                qPrintable(root.tagName()));
         return false;
     }
     for (QDomNode node = root.firstChild(); !node.isNull(); node = node.nextSibling()) {
@@ -379,8 +382,8 @@ bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
         if (child.tagName() == QLatin1String("Menu"))
             addManager(&child);
         else
-            qDebug("Mnu_Manager::xmlParser - unexpected tag <%s> parsing <MenuBar>, continuing",
-                   qPrintable(child.tagName()));
+            qCDebug(lcKelMenu, "Mnu_Manager::xmlParser - unexpected tag <%s> parsing <MenuBar>, continuing",
+                    qPrintable(child.tagName()));
     }
     return true;
 }

@@ -1,9 +1,9 @@
 #include "Mnu_RadioItemsSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 
-#include <QDebug>
 #include <QDomElement>
 
 Mnu_RadioItemsSegment::Mnu_RadioItemsSegment(Mnu_Menu* menu, QDomElement* element)
@@ -97,10 +97,10 @@ void Mnu_RadioItemsSegment::makeConnections(boost::shared_ptr<const Mv_Connectio
 void Mnu_RadioItemsSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_RadioItemsSegment");
-    qDebug("%s   currentItemConnectionName: [%s], current value [%ld]", qPrintable(prefix),
-           qPrintable(mCurrentItemModel.spec()), mCurrentValue);
+    qCDebug(lcKelMenu, "%s   currentItemConnectionName: [%s], current value [%ld]", qPrintable(prefix),
+            qPrintable(mCurrentItemModel.spec()), mCurrentValue);
     for (const auto& choice : mChoices)
-        qDebug("%s      choice[%d]: [%s]", qPrintable(prefix), choice->id, qPrintable(choice->text));
+        qCDebug(lcKelMenu, "%s      choice[%d]: [%s]", qPrintable(prefix), choice->id, qPrintable(choice->text));
 }
 
 QString Mnu_RadioItemsSegment::getItemTextAt(int index) const
@@ -169,19 +169,20 @@ void Mnu_RadioItemsSegment::parseDerivedSubElement(QDomElement* element)
                 id = value;
                 haveID = true;
             } else {
-                qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement can't get int from <%s> within <RadioItem>",
-                       qPrintable(child.text()));
+                qCDebug(lcKelMenu,
+                        "Mnu_RadioItemsSegment::parseDerivedSubElement can't get int from <%s> within <RadioItem>",
+                        qPrintable(child.text()));
             }
         } else {
-            qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement unknown tag <%s> within <RadioItem>",
-                   qPrintable(tag));
+            qCDebug(lcKelMenu, "Mnu_RadioItemsSegment::parseDerivedSubElement unknown tag <%s> within <RadioItem>",
+                    qPrintable(tag));
         }
     }
     if (!haveText || !haveID) {
         // Named after the node where the walk stopped: after a full walk
         // there is none, so the brackets stay empty.
-        qDebug("Mnu_RadioItemsSegment::parseDerivedSubElement incomplete <%s> within <RadioItem>",
-               qPrintable(node.toElement().tagName()));
+        qCDebug(lcKelMenu, "Mnu_RadioItemsSegment::parseDerivedSubElement incomplete <%s> within <RadioItem>",
+                qPrintable(node.toElement().tagName()));
         return;
     }
     addItemToMap(text, id);

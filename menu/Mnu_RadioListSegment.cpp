@@ -1,9 +1,9 @@
 #include "Mnu_RadioListSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 
-#include <QDebug>
 #include <QDomElement>
 #include <algorithm>
 
@@ -109,9 +109,10 @@ void Mnu_RadioListSegment::makeConnections(boost::shared_ptr<const Mv_Connection
 void Mnu_RadioListSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_RadioListSegment");
-    qDebug("%s   itemConnectionName: [%s], currentItemConnectionName: [%s], current item [%s]", qPrintable(prefix),
-           qPrintable(mItemsConnectionName), qPrintable(mCurrentItemModel.spec()), qPrintable(mCurrentItemText));
-    qDebug("%s   itemIDs total #(%ld)", qPrintable(prefix), long(mIDs.size()));
+    qCDebug(lcKelMenu, "%s   itemConnectionName: [%s], currentItemConnectionName: [%s], current item [%s]",
+            qPrintable(prefix), qPrintable(mItemsConnectionName), qPrintable(mCurrentItemModel.spec()),
+            qPrintable(mCurrentItemText));
+    qCDebug(lcKelMenu, "%s   itemIDs total #(%ld)", qPrintable(prefix), long(mIDs.size()));
     for (const Mnu_MenuID& id : mIDs)
         id.dump(prefix + QLatin1String("      "));
 }

@@ -1,5 +1,6 @@
 #include "Mnu_Segment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_BooleanSegment.h"
 #include "Mnu_CommandSegment.h"
 #include "Mnu_ListSegment.h"
@@ -11,7 +12,6 @@
 #include "Mnu_SubmenuSegment.h"
 #include "Ost_Resource.h"
 
-#include <QDebug>
 #include <QDomElement>
 #include <QFile>
 #include <QFileInfo>
@@ -54,7 +54,7 @@ Mnu_Segment* Mnu_Segment::SegmentFactory(Mnu_Menu* menu, QDomElement* element)
         return new Mnu_SeparatorSegment(menu, element);
     if (tag == QLatin1String("SubMenuSegment"))
         return new Mnu_SubmenuSegment(menu, element);
-    qDebug("Mnu_Segment::SegmentFactory - unknown segment tag <%s>", qPrintable(tag));
+    qCDebug(lcKelMenu, "Mnu_Segment::SegmentFactory - unknown segment tag <%s>", qPrintable(tag));
     return nullptr;
 }
 
@@ -303,7 +303,7 @@ bool Mnu_Segment::readIconFile()
     // Only plain files of icon size: a folder or a device would never end.
     const QFileInfo info(path);
     if (!info.isFile() || info.size() > kMaxIconFileSize || !file.open(QIODevice::ReadOnly)) {
-        qDebug("Unable to open icon file name %s\n", qPrintable(path));
+        qCDebug(lcKelMenu, "Unable to open icon file name %s\n", qPrintable(path));
         return false;
     }
     file.seek(file.size());
@@ -337,9 +337,9 @@ void Mnu_Segment::doWhatsThisConnections()
 
 void Mnu_Segment::dumpSegmentInformation(const QString& prefix, const char* className) const
 {
-    qDebug("%s%s: this[%lx], name[%s], use[%s], enabled[%d], visible[%d]", qPrintable(prefix), className,
-           static_cast<unsigned long>(reinterpret_cast<quintptr>(this)), qPrintable(mName), qPrintable(mDisplayedText),
-           int(mEnabled), int(mVisible));
+    qCDebug(lcKelMenu, "%s%s: this[%lx], name[%s], use[%s], enabled[%d], visible[%d]", qPrintable(prefix), className,
+            static_cast<unsigned long>(reinterpret_cast<quintptr>(this)), qPrintable(mName), qPrintable(mDisplayedText),
+            int(mEnabled), int(mVisible));
 }
 
 void Mnu_Segment::applyCommonItemSettings(Mnu_MenuID id)

@@ -1,9 +1,9 @@
 #include "Mnu_SubmenuSegment.h"
 
+#include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
 
-#include <QDebug>
 #include <QDomElement>
 
 Mnu_SubmenuSegment::Mnu_SubmenuSegment(Mnu_Menu* menu) : Mnu_Segment(menu), mSubmenuManagerP(nullptr)
@@ -67,7 +67,8 @@ void Mnu_SubmenuSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEn
 void Mnu_SubmenuSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_SubmenuSegment");
-    qDebug("%s   child manager: [%p] (Mnu_Manager *)", qPrintable(prefix), static_cast<const void*>(mSubmenuManagerP));
+    qCDebug(lcKelMenu, "%s   child manager: [%p] (Mnu_Manager *)", qPrintable(prefix),
+            static_cast<const void*>(mSubmenuManagerP));
     if (mSubmenuManagerP)
         mSubmenuManagerP->dump(prefix + QLatin1String("   "));
 }

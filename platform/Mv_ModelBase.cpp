@@ -3,8 +3,7 @@
 #include "Mv_Announcement.h"
 #include "Mv_ConnectionDict.h"
 #include "Mv_ConnectionDict_p.h"
-
-#include <QDebug>
+#include "Mv_Logging_p.h"
 
 Mv_ModelBase::Mv_ModelBase(const QString& name)
     : mName(name), mEntryP(nullptr), mDictP(nullptr), mGuardsP(nullptr)
@@ -58,7 +57,7 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
     if (!dict)
         dict = Mv_ConnectionDict::Singleton();
     if (mName.isEmpty()) {
-        qDebug("Mv_ModelBase::Publish - a model without a name cannot be published");
+        qCDebug(lcKelPlatform, "Mv_ModelBase::Publish - a model without a name cannot be published");
         return false;
     }
     if (mEntryP) {
@@ -69,9 +68,9 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
     Mv_DictEntry* entry = dict->commitAttach(mName, this);
     if (!entry) {
         if (dict->mDying)
-            qDebug("Mv_ModelBase::Publish - %s: the dictionary is being destroyed", qPrintable(mName));
+            qCDebug(lcKelPlatform, "Mv_ModelBase::Publish - %s: the dictionary is being destroyed", qPrintable(mName));
         else
-            qDebug("Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
+            qCWarning(lcKelPlatform, "Mv_ModelBase::Publish - the name %s is already published", qPrintable(mName));
         return false;
     }
     mEntryP = entry;

@@ -1,5 +1,7 @@
 #include "Ost_Assert.h"
 
+#include "Mv_Logging_p.h"
+
 #include <QMutex>
 #include <QMutexLocker>
 #include <QtDebug>
@@ -27,9 +29,8 @@ void Ost_Assert::handleFailedAssert(const char* condition, const char* file, int
 {
     const QString conditionText = QString::fromUtf8(condition ? condition : "");
     const QString fileText = QString::fromUtf8(file ? file : "");
-    qWarning().noquote() << QStringLiteral("ASSERT failure: %1, file %2, line %3")
-                                .arg(conditionText, fileText)
-                                .arg(line);
+    qCWarning(lcKelPlatform).noquote()
+        << QStringLiteral("ASSERT failure: %1, file %2, line %3").arg(conditionText, fileText).arg(line);
 
     if (tHandlerDepth > 0)
         return;
@@ -44,7 +45,7 @@ void Ost_Assert::handleFailedAssert(const char* condition, const char* file, int
     try {
         handler(conditionText, fileText, line);
     } catch (...) {
-        qWarning("Ost_Assert: the assertion handler threw an exception");
+        qCWarning(lcKelPlatform, "Ost_Assert: the assertion handler threw an exception");
     }
     --tHandlerDepth;
 }

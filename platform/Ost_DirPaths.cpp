@@ -1,5 +1,7 @@
 #include "Ost_DirPaths.h"
 
+#include "Mv_Logging_p.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -108,10 +110,10 @@ QString Ost_DirPaths::GetPath(DirPath_t kind, bool create)
     }
     }
     if (path.isEmpty()) {
-        qWarning("Ost_DirPaths::GetPath: no folder for kind %d", int(kind));
+        qCWarning(lcKelPlatform, "Ost_DirPaths::GetPath: no folder for kind %d", int(kind));
         return path;
     }
     if (create && !QDir().mkpath(path))
-        qWarning().noquote() << QStringLiteral("Ost_DirPaths::GetPath: cannot create %1").arg(path);
+        qCWarning(lcKelPlatform).noquote() << QStringLiteral("Ost_DirPaths::GetPath: cannot create %1").arg(path);
     return path;
 }

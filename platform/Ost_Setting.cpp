@@ -1,8 +1,9 @@
 #include "Ost_Setting.h"
 
+#include "Mv_Logging_p.h"
+
 #include <QStringList>
 #include <QXmlStreamReader>
-#include <QtDebug>
 
 Ost_Setting::Ost_Setting()
     : mDirty(false)
@@ -63,8 +64,8 @@ bool Ost_Setting::SetXML(const QString& xml, bool merge)
         }
     }
     if (reader.hasError()) {
-        qDebug("Ost_Setting::SetXML parse error %s at line %d column %d", qPrintable(reader.errorString()),
-               int(reader.lineNumber()), int(reader.columnNumber()));
+        qCDebug(lcKelPlatform, "Ost_Setting::SetXML parse error %s at line %d column %d",
+                qPrintable(reader.errorString()), int(reader.lineNumber()), int(reader.columnNumber()));
         return false;
     }
     if (!merge)

@@ -1,5 +1,6 @@
 #include "Ost_UIDialog.h"
 
+#include "Mv_Logging_p.h"
 #include "Ost_DirPaths.h"
 
 #include <QAbstractButton>
@@ -45,7 +46,7 @@ QMessageBox::Icon boxIcon(Ost_UIDialog::UIicon_t icon)
 int Ost_UIDialog::UIdialog(QString message, QString buttonTexts, short buttonCount, UIicon_t icon,
                            QString detailText, bool richText, QString sourceFile)
 {
-    qDebug().noquote() << QStringLiteral("Ost_UIDialog from %1: %2").arg(sourceFile, message);
+    qCDebug(lcKelPlatform).noquote() << QStringLiteral("Ost_UIDialog from %1: %2").arg(sourceFile, message);
 
     // Copied so that an interceptor may replace itself while it runs.
     const Interceptor interceptor = installedInterceptor();
@@ -62,7 +63,7 @@ int Ost_UIDialog::UIdialog(QString message, QString buttonTexts, short buttonCou
     }
 
     if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {
-        qWarning("Ost_UIDialog::UIdialog: no QApplication, the message cannot be shown");
+        qCWarning(lcKelPlatform, "Ost_UIDialog::UIdialog: no QApplication, the message cannot be shown");
         return -1;
     }
 

@@ -1,11 +1,11 @@
 #include "TaskScheduler.h"
 
+#include "Mv_Logging_p.h"
 #include "Ost_Assert.h"
 #include "TaskSchedulerTask.h"
 
 #include <QCoreApplication>
 #include <QThread>
-#include <QtDebug>
 #include <atomic>
 #include <climits>
 #include <exception>
@@ -205,9 +205,9 @@ void TaskScheduler::runEntry(int index)
         if (callback)
             callback();
     } catch (const std::exception& e) {
-        qWarning("TaskScheduler: task \"%s\" threw: %s", qPrintable(name), e.what());
+        qCWarning(lcKelPlatform, "TaskScheduler: task \"%s\" threw: %s", qPrintable(name), e.what());
     } catch (...) {
-        qWarning("TaskScheduler: task \"%s\" threw an exception", qPrintable(name));
+        qCWarning(lcKelPlatform, "TaskScheduler: task \"%s\" threw an exception", qPrintable(name));
     }
     mRunning.pop_back();
 
@@ -265,7 +265,7 @@ void TaskScheduler::setManualClock(bool on)
     if (on == mManualClock)
         return;
     if (mAdvancing) {
-        qWarning("TaskScheduler::setManualClock: ignored while advanceClock runs");
+        qCWarning(lcKelPlatform, "TaskScheduler::setManualClock: ignored while advanceClock runs");
         return;
     }
     if (on) {
@@ -282,15 +282,15 @@ void TaskScheduler::setManualClock(bool on)
 void TaskScheduler::advanceClock(int ms)
 {
     if (!mManualClock) {
-        qWarning("TaskScheduler::advanceClock: the manual clock is off");
+        qCWarning(lcKelPlatform, "TaskScheduler::advanceClock: the manual clock is off");
         return;
     }
     if (mAdvancing) {
-        qWarning("TaskScheduler::advanceClock: ignored inside a task run by advanceClock");
+        qCWarning(lcKelPlatform, "TaskScheduler::advanceClock: ignored inside a task run by advanceClock");
         return;
     }
     if (ms < 0) {
-        qWarning("TaskScheduler::advanceClock: time cannot go back (%d ms)", ms);
+        qCWarning(lcKelPlatform, "TaskScheduler::advanceClock: time cannot go back (%d ms)", ms);
         return;
     }
     mAdvancing = true;
@@ -307,8 +307,9 @@ void TaskScheduler::advanceClock(int ms)
             runsAtInstant = 0;
         }
         if (++runsAtInstant > kMaxRunsPerInstant) {
-            qWarning("TaskScheduler::advanceClock: tasks keep rescheduling themselves at %lld ms; moving on",
-                     static_cast<long long>(instant));
+            qCWarning(lcKelPlatform,
+                      "TaskScheduler::advanceClock: tasks keep rescheduling themselves at %lld ms; moving on",
+                      static_cast<long long>(instant));
             break;
         }
         runEntry(index);

@@ -1,6 +1,11 @@
 // Keymap files: the document shape, entries and what overrides what,
 // includes, and the messages of files that fail.
+#include "Kel_PopupMenu.h"
 #include "KeymapTestSupport.h"
+#include "Mnu_QtManager.h"
+
+#include <QDomDocument>
+#include <QLoggingCategory>
 
 using namespace keymaptest;
 
@@ -133,4 +138,42 @@ TEST_F(KeymapFileTest, FilesAreFoundInTheKeymapFolderThenAsPaths)
     EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Redo");
     EXPECT_TRUE(mgr->load(dataDir() + "Keys-German.xml", 0));
     EXPECT_EQ(action("Ctrl+Y", "MainWindow"), "Keymap.Undo");
+}
+
+// Each subsystem writes through its own logging category: a rule for the
+// menus silences their parse messages and leaves the keymaps' alone.
+TEST_F(KeymapFileTest, AFilterRuleSilencesOneSubsystemOnly)
+{
+    const QString badEntry = doc("<Entries><Entry id='B' key='F2'/></Entries>");
+    const QString missingContext = "Kel_KeymapMgr::parseEntry, missing tag Context";
+    const QString unknownSegment = "Mnu_Segment::SegmentFactory - unknown segment tag <Bogus>";
+    QDomDocument menuDocument;
+    ASSERT_TRUE(menuDocument.setContent(QStringLiteral("<Menu><Name>M</Name><Bogus/></Menu>")));
+    QDomElement menuRoot = menuDocument.documentElement();
+    const auto parseBoth = [&] {
+        Mnu_QtManager menu;
+        menu.setMenus(&menuRoot);
+        mgr->clearMgr();
+        EXPECT_FALSE(mgr->loadFromXMLString(badEntry, 0));
+    };
+
+    struct RestoreRules
+    {
+        ~RestoreRules() { QLoggingCategory::setFilterRules(QString()); }
+    } restore;
+    QLoggingCategory::setFilterRules(QStringLiteral("kel.menu.debug=false"));
+    {
+        DebugMessageCollector collector;
+        parseBoth();
+        ASSERT_EQ(collector.records().size(), 1) << collector.messages().join("\n").toStdString();
+        EXPECT_EQ(collector.records()[0].text, missingContext);
+        EXPECT_EQ(collector.records()[0].category, "kel.keymap");
+        EXPECT_EQ(collector.records()[0].type, QtDebugMsg);
+    }
+
+    QLoggingCategory::setFilterRules(QString());
+    DebugMessageCollector collector;
+    parseBoth();
+    EXPECT_TRUE(collector.contains(unknownSegment)) << collector.messages().join("\n").toStdString();
+    EXPECT_TRUE(collector.contains(missingContext));
 }

@@ -45,7 +45,15 @@ TEST_F(Binding, NamesAreExclusiveAndListenersFollowRenamesAndReconnects)
 {
     LongModel first(1, "Name"), second(2, "Name");
     EXPECT_TRUE(first.Publish(&dict));
-    EXPECT_FALSE(second.Publish(&dict));
+    {
+        // A name taken twice is the application's mistake: a warning, not a trace.
+        DebugMessageCollector collector;
+        EXPECT_FALSE(second.Publish(&dict));
+        ASSERT_EQ(collector.records().size(), 1);
+        EXPECT_EQ(collector.records()[0].type, QtWarningMsg);
+        EXPECT_EQ(collector.records()[0].category, "kel.platform");
+        EXPECT_EQ(collector.records()[0].text, "Mv_ModelBase::Publish - the name Name is already published");
+    }
     EXPECT_EQ(dict.lookup("Name"), &first);
     LongModel unnamed;
     EXPECT_FALSE(unnamed.Publish(&dict));

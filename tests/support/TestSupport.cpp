@@ -18,10 +18,12 @@ DebugMessageCollector::~DebugMessageCollector()
     sCurrent = nullptr;
 }
 
-void DebugMessageCollector::handler(QtMsgType, const QMessageLogContext&, const QString& message)
+void DebugMessageCollector::handler(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (sCurrent)
-        sCurrent->mMessages.append(message);
+    if (!sCurrent)
+        return;
+    sCurrent->mMessages.append(message);
+    sCurrent->mRecords.append({type, QString::fromLatin1(context.category), message});
 }
 
 QString testDataDir()

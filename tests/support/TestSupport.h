@@ -12,19 +12,33 @@
 class DebugMessageCollector
 {
 public:
+    // One message with its level and logging category.
+    struct Record
+    {
+        QtMsgType type;
+        QString category;
+        QString text;
+    };
+
     DebugMessageCollector();
     ~DebugMessageCollector();
     DebugMessageCollector(const DebugMessageCollector&) = delete;
     DebugMessageCollector& operator=(const DebugMessageCollector&) = delete;
 
     const QStringList& messages() const { return mMessages; }
+    const QList<Record>& records() const { return mRecords; }
     bool contains(const QString& text) const { return mMessages.contains(text); }
-    void clear() { mMessages.clear(); }
+    void clear()
+    {
+        mMessages.clear();
+        mRecords.clear();
+    }
 
 private:
     static void handler(QtMsgType type, const QMessageLogContext& context, const QString& message);
     static DebugMessageCollector* sCurrent;
     QStringList mMessages;
+    QList<Record> mRecords;
     QtMessageHandler mPrevious;
 };
 

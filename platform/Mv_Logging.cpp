@@ -1,0 +1,3 @@
+#include "Mv_Logging_p.h"
+
+Q_LOGGING_CATEGORY(lcKelPlatform, "kel.platform")
