@@ -2,8 +2,7 @@
 
 #include "Kel_KeyboardLanguage.h"
 #include "Kel_Logging_p.h"
-#include "Kel_MenuBar.h"
-#include "Mnu_CommandSegment.h"
+#include "Kel_MenuCommandInterface.h"
 #include "Mv_Variant.h"
 #include "Ost_Resource.h"
 #include "Ost_StringUtils.h"
@@ -65,6 +64,7 @@ Kel_KeymapMgr::Kel_KeymapMgr()
     , mNotifyTaskP(nullptr)
     , mNotifyPending(false)
     , mCurrentLang(0)
+    , mMenuBarP(nullptr)
 {
 }
 
@@ -89,14 +89,15 @@ void Kel_KeymapMgr::setKeyMapsDirPath(const QString& dirPath)
         mKeyMapsDirPath += QLatin1Char('/');
 }
 
-void Kel_KeymapMgr::setMenuBar(Kel_MenuBar* menuBar)
+void Kel_KeymapMgr::setMenuBar(Kel_MenuCommandInterface* menuBar)
 {
     mMenuBarP = menuBar;
+    mMenuBarOwnerP = menuBar ? menuBar->menuCommandOwner() : nullptr;
 }
 
-Kel_MenuBar* Kel_KeymapMgr::getMenuBar() const
+Kel_MenuCommandInterface* Kel_KeymapMgr::getMenuBar() const
 {
-    return mMenuBarP;
+    return mMenuBarOwnerP ? mMenuBarP : nullptr;
 }
 
 void Kel_KeymapMgr::loadAll(const QString& dirPath, const QString& baseName)
@@ -287,11 +288,8 @@ bool Kel_KeymapMgr::handleAction(const QKeyEvent* event, const QString& context,
         const QString target = info.actionId.section(separator(), 2, 2);
         const QKeySequence accelerator =
             target.isEmpty() ? sequence : QKeySequence::fromString(target, QKeySequence::PortableText);
-        if (mMenuBarP) {
-            auto* command = dynamic_cast<Mnu_CommandSegment*>(mMenuBarP->getSegmentByAccelerator(accelerator));
-            if (command && command->isEnabled(true))
-                command->itemActivatedTimer();
-        }
+        if (Kel_MenuCommandInterface* bar = getMenuBar())
+            bar->triggerMenuCommand(accelerator);
         // The key belongs to the menu even while its command is disabled.
         return true;
     }
@@ -322,13 +320,13 @@ bool Kel_KeymapMgr::isMenuAction(const KeyMappingInfo& info) const
 
 QString Kel_KeymapMgr::getMenuActionLabel(const QKeySequence& sequence, const KeyMappingInfo& info) const
 {
-    if (!isMenuAction(info) || !mMenuBarP)
+    Kel_MenuCommandInterface* bar = getMenuBar();
+    if (!isMenuAction(info) || !bar)
         return QString();
     const QString target = info.actionId.section(separator(), 2, 2);
     const QKeySequence accelerator =
         target.isEmpty() ? sequence : QKeySequence::fromString(target, QKeySequence::PortableText);
-    auto* command = dynamic_cast<Mnu_CommandSegment*>(mMenuBarP->getSegmentByAccelerator(accelerator));
-    return command ? command->getDisplayedText() : QString();
+    return bar->menuCommandText(accelerator);
 }
 
 QMap<QString, Kel_KeymapMgr::KeyMappingInfo>& Kel_KeymapMgr::KeyMap(int lang)

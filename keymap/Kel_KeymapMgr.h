@@ -15,7 +15,7 @@
 #include <boost/shared_ptr.hpp>
 #include <memory>
 
-class Kel_MenuBar;
+class Kel_MenuCommandInterface;
 class QDomDocument;
 class QDomElement;
 class QKeyEvent;
@@ -50,8 +50,9 @@ public:
     // The folder load() reads from (a "/" is added when missing); empty
     // means the resource path.
     void setKeyMapsDirPath(const QString& dirPath);
-    // The menu bar asked for menu-command mappings; not owned, may be null.
-    void setMenuBar(Kel_MenuBar* menuBar);
+    // The menu bar (a Kel_MenuBar) asked for menu-command mappings; not
+    // owned, may be null, forgotten when the bar is destroyed.
+    void setMenuBar(Kel_MenuCommandInterface* menuBar);
 
     // Loads baseName into the default table, then every file
     // "<baseName>...-<English language name>.xml" of dirPath into its language's table.
@@ -117,7 +118,7 @@ public:
     static QKeySequence keySequence(const QKeyEvent* event);
 
     QString getKeyMapsDirPath() const { return mKeyMapsDirPath; }
-    Kel_MenuBar* getMenuBar() const;
+    Kel_MenuCommandInterface* getMenuBar() const;
     int getCurrentLang() const { return mCurrentLang; }
     const QList<int>& getLoadedLangs() const { return mLoadedLangs; }
 
@@ -146,7 +147,8 @@ private:
     int mCurrentLang;
     QMap<int, Table> mKeyMaps;
     QList<int> mLoadedLangs;
-    QPointer<Kel_MenuBar> mMenuBarP;
+    Kel_MenuCommandInterface* mMenuBarP;
+    QPointer<QObject> mMenuBarOwnerP; // tells whether mMenuBarP still lives
     QStringList mFilesBeingLoaded; // canonical paths, to refuse include cycles
 };
 

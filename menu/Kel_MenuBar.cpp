@@ -1,5 +1,7 @@
 #include "Kel_MenuBar.h"
 
+#include "Mnu_CommandSegment.h"
+
 #include "Kel_PopupMenu.h"
 #include "Kel_WhatsThis.h"
 #include "Mnu_QtManager.h"
@@ -80,6 +82,21 @@ Mnu_Segment* Kel_MenuBar::getSegmentByAccelerator(const QKeySequence& sequence)
     if (!checkManager(mMenuBarManagerP.get(), __FILE__, __LINE__))
         return nullptr;
     return mMenuBarManagerP->getSegmentByAccelerator(sequence);
+}
+
+bool Kel_MenuBar::triggerMenuCommand(const QKeySequence& accelerator)
+{
+    auto* command = dynamic_cast<Mnu_CommandSegment*>(getSegmentByAccelerator(accelerator));
+    if (!command || !command->isEnabled(true))
+        return false;
+    command->itemActivatedTimer();
+    return true;
+}
+
+QString Kel_MenuBar::menuCommandText(const QKeySequence& accelerator)
+{
+    auto* command = dynamic_cast<Mnu_CommandSegment*>(getSegmentByAccelerator(accelerator));
+    return command ? command->getDisplayedText() : QString();
 }
 
 bool Kel_MenuBar::isDefinedAccelerator(const QKeySequence& sequence) const

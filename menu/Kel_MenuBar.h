@@ -4,6 +4,7 @@
 #include "kelcore_export.h"
 
 #include "Kel_IPointOfInterestFinder.h"
+#include "Kel_MenuCommandInterface.h"
 #include "Kel_WidgetConnectInterface.h"
 
 #include <QByteArray>
@@ -19,7 +20,10 @@ class QAction;
 
 // A menu bar whose menus come from a menu file (or a registered factory)
 // named by its menuBarFileName, bound to models when the owner connects it.
-class KELCORE_EXPORT Kel_MenuBar : public QMenuBar, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
+class KELCORE_EXPORT Kel_MenuBar : public QMenuBar,
+                                   public Kel_WidgetConnectInterface,
+                                   public Kel_IPointOfInterestFinder,
+                                   public Kel_MenuCommandInterface
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray menuBarFileName READ getMenuBarFileName WRITE setMenuBarFileName)
@@ -38,6 +42,12 @@ public:
 
     // Connects every menu and builds the bar.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+
+    // Menu commands for keys (Kel_KeymapMgr): command segments found by
+    // getSegmentByAccelerator.
+    QObject* menuCommandOwner() override { return this; }
+    bool triggerMenuCommand(const QKeySequence& accelerator) override;
+    QString menuCommandText(const QKeySequence& accelerator) override;
 
     // The visible menu segment whose current accelerator is sequence
     // (menus are refreshed from their models first); null when none.

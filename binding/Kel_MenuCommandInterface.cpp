@@ -1,0 +1,3 @@
+#include "Kel_MenuCommandInterface.h"
+
+Kel_MenuCommandInterface::~Kel_MenuCommandInterface() = default;
