@@ -24,6 +24,7 @@ set_target_properties(KelCore PROPERTIES
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR}
   EXPORT_NAME KelCore)
+kel_library_rpath(KelCore)
 target_include_directories(KelCore PUBLIC
   ${KELCORE_INCLUDE_DIRS}
   $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
