@@ -24,7 +24,7 @@ TEST(MenuIDs, ARemovedSegmentsItemsAreForgottenQuicklyAndTheRestKeepTheirOrder)
     menu.addSegment(removed);
 
     // Interleaved, as list segments rebuilt one after the other leave them.
-    const quintptr count = 100000;
+    const quintptr count = 300000;
     for (quintptr i = 1; i <= count; ++i)
         menu.setIDAssignedToSegment(i % 2 ? removed : kept, id(i));
     menu.setIDAssignedToSegment(kept, id(1)); // handed out again: moves to the end

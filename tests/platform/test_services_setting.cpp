@@ -117,7 +117,7 @@ TEST(ServicesSetting, NthParamRangeDeepNestingAndMixedContent)
     EXPECT_EQ(settings.GetParamCount(), 1);
 
     // Many leaves below deep nesting would make names far larger than the
-    // text (and take minutes to build): refused, the earlier text kept.
+    // text, and take long to build: refused, the earlier text kept.
     DebugMessageCollector log;
     const QString deepAndWide = QStringLiteral("<E>").repeated(5000) + QStringLiteral("<L/>").repeated(50000)
                                 + QStringLiteral("</E>").repeated(5000);
