@@ -33,7 +33,7 @@ Kel_ContainerViewBase::Kel_ContainerViewBase(const Kel_ContainerViewBase& other,
         if (!copy)
             continue;
         // Filed under the original's key: equal keys append, so the paint order survives.
-        mSubViews.emplace(entry.first, copy);
+        file(entry.first, copy);
         copy->setParent(this);
     }
 }
@@ -42,6 +42,7 @@ Kel_ContainerViewBase::~Kel_ContainerViewBase()
 {
     ViewMap views;
     views.swap(mSubViews);
+    mEntries.clear();
     mMouseView = mFocusView = mDragViewP = nullptr;
     for (const auto& entry : views)
         delete entry.second;
@@ -51,14 +52,36 @@ void Kel_ContainerViewBase::AddSubView(Kel_ViewInterface* view)
 {
     if (!view || isSubView(view) || isSelfOrAncestor(view))
         return;
-    mSubViews.emplace(view->getZOrder(), view);
+    // Two owners would both delete it.
+    if (Kel_ViewContainerInterface* previous = view->getParent())
+        previous->releaseView(view);
+    file(view->getZOrder(), view);
     view->setParent(this);
+}
+
+void Kel_ContainerViewBase::file(long key, Kel_ViewInterface* view)
+{
+    mEntries.insert(view, mSubViews.emplace(key, view));
+}
+
+void Kel_ContainerViewBase::unfile(ViewMap::iterator entry)
+{
+    Kel_ViewInterface* view = entry->second;
+    mEntries.remove(view);
+    mSubViews.erase(entry);
+    if (mMouseView == view)
+        mMouseView = nullptr;
+    if (mFocusView == view)
+        mFocusView = nullptr;
+    if (mDragViewP == view)
+        mDragViewP = nullptr;
 }
 
 void Kel_ContainerViewBase::removeAllSubViews()
 {
     ViewMap views;
     views.swap(mSubViews);
+    mEntries.clear();
     mMouseView = mFocusView = mDragViewP = nullptr;
     for (const auto& entry : views)
         delete entry.second;
@@ -86,41 +109,17 @@ bool Kel_ContainerViewBase::isSelfOrAncestor(const Kel_ViewInterface* view) cons
     return false;
 }
 
-bool Kel_ContainerViewBase::isSubView(const Kel_ViewInterface* view) const
-{
-    if (!view)
-        return false;
-    for (const auto& entry : mSubViews) {
-        if (entry.second == view)
-            return true;
-    }
-    return false;
-}
-
 bool Kel_ContainerViewBase::isFiledUnderItsZOrder(const Kel_ViewInterface* view) const
 {
-    if (!view)
-        return false;
-    const auto range = mSubViews.equal_range(view->getZOrder());
-    for (auto it = range.first; it != range.second; ++it) {
-        if (it->second == view)
-            return true;
-    }
-    return false;
+    const auto found = view ? mEntries.constFind(view) : mEntries.constEnd();
+    return found != mEntries.constEnd() && found.value()->first == view->getZOrder();
 }
 
 Kel_ContainerViewBase::ViewMap::iterator Kel_ContainerViewBase::findEntry(const Kel_ViewInterface* view)
 {
-    if (!view)
-        return mSubViews.end();
-    // Looked up under its current z-order only: a view whose z-order changed
+    // Found under its current z-order only: a view whose z-order changed
     // after it was added is not found, and stays (owned) where it was filed.
-    const auto range = mSubViews.equal_range(view->getZOrder());
-    for (auto it = range.first; it != range.second; ++it) {
-        if (it->second == view)
-            return it;
-    }
-    return mSubViews.end();
+    return isFiledUnderItsZOrder(view) ? mEntries.value(view) : mSubViews.end();
 }
 
 Kel_ContainerViewBase::ViewMap Kel_ContainerViewBase::subViewsContainingPoint(const QPoint& point) const
@@ -489,14 +488,18 @@ void Kel_ContainerViewBase::removeView(Kel_ViewInterface* view)
     const auto it = findEntry(view);
     if (it == mSubViews.end())
         return;
-    mSubViews.erase(it);
-    if (mMouseView == view)
-        mMouseView = nullptr;
-    if (mFocusView == view)
-        mFocusView = nullptr;
-    if (mDragViewP == view)
-        mDragViewP = nullptr;
+    unfile(it);
     // Erased first, so the immediate repaint no longer draws it.
     childBitsChanged(view, view->getLocalDrawingRect(), true);
     delete view;
+}
+
+bool Kel_ContainerViewBase::releaseView(Kel_ViewInterface* view)
+{
+    if (!isSubView(view))
+        return false;
+    unfile(mEntries.value(view));
+    childBitsChanged(view, view->getLocalDrawingRect(), true);
+    view->setParent(nullptr);
+    return true;
 }

@@ -6,6 +6,7 @@
 #include "Kel_ViewBase.h"
 #include "Kel_ViewContainerInterface.h"
 
+#include <QHash>
 #include <map>
 
 // A view made of sub-views: it owns them, paints them by z-order, routes
@@ -28,8 +29,10 @@ public:
     ~Kel_ContainerViewBase() override;
 
     // Takes ownership of view, filed under its current z-order (changing the
-    // z-order later does not refile it), and becomes its parent. Null, a view
-    // already here, and this container or one that holds it are ignored.
+    // z-order later does not refile it), and becomes its parent. A view held
+    // by another container is taken out of it first, so only one owns it.
+    // Null, a view already here, and this container or one that holds it are
+    // ignored.
     virtual void AddSubView(Kel_ViewInterface* view);
     // Deletes every sub-view.
     virtual void removeAllSubViews();
@@ -40,7 +43,7 @@ public:
     Kel_ViewInterface* getMouseView() const { return mMouseView; }
     Kel_ViewInterface* getFocusView() const { return mFocusView; }
     const ViewMap& getSubViews() const { return mSubViews; }
-    bool isSubView(const Kel_ViewInterface* view) const;
+    bool isSubView(const Kel_ViewInterface* view) const { return view && mEntries.contains(view); }
 
     // Kel_ViewInterface
     // Paints the sub-views that meet rect, lowest z-order first; nothing of its own.
@@ -83,6 +86,9 @@ public:
     // Repaints the view's area at once and deletes it; a view that is not a
     // sub-view, or not filed under its current z-order, is left alone.
     void removeView(Kel_ViewInterface* view) override;
+    // Takes a sub-view out (whatever its z-order now) and repaints its area,
+    // without deleting it; the view keeps no parent.
+    bool releaseView(Kel_ViewInterface* view) override;
 
 protected:
     // New maps (z-order to view) of the sub-views whose rectangle in this
@@ -96,6 +102,11 @@ protected:
 
 private:
     ViewMap::iterator findEntry(const Kel_ViewInterface* view);
+    // Files view under key in both the map and the index.
+    void file(long key, Kel_ViewInterface* view);
+    // Takes the entry out of the map and the index and forgets view as
+    // mouse, focus or drag target.
+    void unfile(ViewMap::iterator entry);
     bool isSelfOrAncestor(const Kel_ViewInterface* view) const;
     // Offers a mouse event to the sub-views under the point, top down, until
     // one accepts; answers that view or null (the event is then ignored).
@@ -106,6 +117,9 @@ private:
     void leaveDragView(QDragLeaveEvent* event, const QPoint& local);
 
     ViewMap mSubViews;
+    // Where each sub-view is filed in mSubViews (map iterators stay valid
+    // until their entry is erased), so membership costs no search.
+    QHash<const Kel_ViewInterface*, ViewMap::iterator> mEntries;
     Kel_ViewInterface* mMouseView;
     Kel_ViewInterface* mFocusView;
     // The sub-view that accepted the drag now over this container.

@@ -31,6 +31,9 @@ public:
     virtual void overlayChildEditWidget(Kel_ViewInterface* child, QWidget* editor, int x, int y) = 0;
     // Removes and deletes view.
     virtual void removeView(Kel_ViewInterface* view) = 0;
+    // Gives up view without deleting it, so that another container can own
+    // it; false when view is not held here. This base holds nothing.
+    virtual bool releaseView(Kel_ViewInterface* view);
 };
 
 #endif

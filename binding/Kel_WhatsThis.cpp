@@ -9,16 +9,10 @@ const char* const kNameProperty = "kelWhatsThisName";
 
 void Kel_WhatsThis::setBestWhatsThisName(QWidget* widget, const char* name)
 {
-    if (!widget || !name || !*name)
-        return;
-    const QString text = QString::fromLatin1(name);
-    const QString previous = whatsThisName(widget);
-    widget->setProperty(kNameProperty, text);
-    // A derived class registers after its base: its name replaces the
-    // base's default text, never a text that someone wrote.
-    const QString current = widget->whatsThis();
-    if (current.isEmpty() || current == previous)
-        widget->setWhatsThis(text);
+    // Only help lookup sees the name; the what's-this text that users read
+    // stays whatever the form or the owner gives the widget.
+    if (widget && name && *name)
+        widget->setProperty(kNameProperty, QString::fromLatin1(name));
 }
 
 QString Kel_WhatsThis::whatsThisName(const QWidget* widget)

@@ -29,6 +29,7 @@ include(GenerateExportHeader)
 generate_export_header(KelCore BASE_NAME KelCore EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
 set_target_properties(KelCore PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 list(APPEND KELCORE_HEADERS ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
+kel_library_rpath(KelCore)
 target_include_directories(KelCore PUBLIC
   $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>
   ${KELCORE_INCLUDE_DIRS}

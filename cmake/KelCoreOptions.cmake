@@ -13,3 +13,12 @@ if(KELCORE_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-omit-frame-pointer -fno-sanitize-recover=undefined)
   add_link_options(-fsanitize=address,undefined)
 endif()
+
+# An installed library finds its sibling libraries (libKelCore needs
+# libKelPlatform) in its own folder, whatever the program that loads it
+# says: a program's RUNPATH does not serve the dependencies of its libraries.
+function(kel_library_rpath target)
+  if(NOT APPLE AND NOT WIN32)
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+  endif()
+endfunction()

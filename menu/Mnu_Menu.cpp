@@ -36,7 +36,7 @@ const Mv_MessageDispatcher<Mnu_Menu>& visibilityDispatcher()
 
 } // namespace
 
-Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mVisible(false)
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mNextOrder(0), mVisible(false)
 {
     mTitle.onMessage([this](const Mv_MessageInterface& m) {
         if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
@@ -103,7 +103,7 @@ bool Mnu_Menu::removeSegment(Mnu_Segment* segment)
         mSegments.erase(it);
         // Its items must no longer reach it, whether or not the menu is rebuilt.
         for (auto entry = mSegmentMap.begin(); entry != mSegmentMap.end();) {
-            if (entry->second == segment) {
+            if (entry->second.mSegmentP == segment) {
                 const Mnu_MenuID id = entry->first;
                 ++entry;
                 forgetID(id);
@@ -178,7 +178,7 @@ bool Mnu_Menu::instantiate()
     }
     // The last items made were a separator: the segments after it made none.
     if (lastWasSeparator && !mIDs.empty()) {
-        const Mnu_MenuID last = mIDs.back();
+        const Mnu_MenuID last = mIDs.rbegin()->second;
         mManagerP->removeItem(last);
         forgetID(last);
     }
@@ -187,32 +187,49 @@ bool Mnu_Menu::instantiate()
 
 void Mnu_Menu::setIDAssignedToSegment(Mnu_Segment* segment, Mnu_MenuID id)
 {
-    mSegmentMap[id] = segment;
-    mIDs.push_back(id);
+    const quint64 order = mNextOrder++;
+    const auto known = mSegmentMap.find(id);
+    if (known != mSegmentMap.end()) {
+        // Handed out again: it moves to the end.
+        mIDs.erase(known->second.mOrder);
+        known->second = IDEntry{segment, order};
+    } else {
+        mSegmentMap.emplace(id, IDEntry{segment, order});
+    }
+    mIDs.emplace_hint(mIDs.end(), order, id);
+}
+
+std::vector<Mnu_MenuID> Mnu_Menu::getIDs() const
+{
+    std::vector<Mnu_MenuID> ids;
+    ids.reserve(mIDs.size());
+    for (const auto& entry : mIDs)
+        ids.push_back(entry.second);
+    return ids;
 }
 
 void Mnu_Menu::itemActivated(Mnu_MenuID id)
 {
     auto it = mSegmentMap.find(id);
     if (it != mSegmentMap.end())
-        it->second->itemActivated(id);
+        it->second.mSegmentP->itemActivated(id);
 }
 
 void Mnu_Menu::setItemEnabled(Mnu_Segment* segment, bool enabled)
 {
     if (!mManagerP)
         return;
-    for (const Mnu_MenuID& id : mIDs) {
-        auto it = mSegmentMap.find(id);
-        if (it != mSegmentMap.end() && it->second == segment)
-            mManagerP->setItemEnabled(id, enabled);
+    for (const auto& entry : mIDs) {
+        auto it = mSegmentMap.find(entry.second);
+        if (it != mSegmentMap.end() && it->second.mSegmentP == segment)
+            mManagerP->setItemEnabled(entry.second, enabled);
     }
 }
 
 Mnu_Segment* Mnu_Menu::getSegmentForID(Mnu_MenuID id) const
 {
     auto it = mSegmentMap.find(id);
-    return it == mSegmentMap.end() ? nullptr : it->second;
+    return it == mSegmentMap.end() ? nullptr : it->second.mSegmentP;
 }
 
 void Mnu_Menu::setItemName(Mnu_MenuID id, const QString& name)
@@ -223,8 +240,11 @@ void Mnu_Menu::setItemName(Mnu_MenuID id, const QString& name)
 
 void Mnu_Menu::forgetID(Mnu_MenuID id)
 {
-    mIDs.erase(std::remove(mIDs.begin(), mIDs.end(), id), mIDs.end());
-    mSegmentMap.erase(id);
+    const auto it = mSegmentMap.find(id);
+    if (it != mSegmentMap.end()) {
+        mIDs.erase(it->second.mOrder);
+        mSegmentMap.erase(it);
+    }
     mItemNames.remove(id);
 }
 
@@ -273,7 +293,8 @@ bool Mnu_Menu::tstFindItemByPath(const QString& path, int depth, Mnu_Segment** s
     const QStringList parts = path.split(QLatin1Char('.'), Qt::SkipEmptyParts);
     if (depth < 0 || depth >= parts.size())
         return false;
-    for (const Mnu_MenuID& item : mIDs) {
+    for (const auto& entry : mIDs) {
+        const Mnu_MenuID item = entry.second;
         if (mItemNames.value(item) != parts.at(depth))
             continue;
         Mnu_Segment* found = getSegmentForID(item);
@@ -307,14 +328,14 @@ void Mnu_Menu::dump(const QString& prefix) const
     for (const Mnu_Segment* segment : mSegments)
         segment->dump(nested);
     qCDebug(lcKelMenu, "%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(mIDs.size()));
-    for (const Mnu_MenuID& id : mIDs)
-        id.dump(nested);
+    for (const auto& entry : mIDs)
+        entry.second.dump(nested);
     qCDebug(lcKelMenu, "%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
     long iteration = 0;
     for (const auto& entry : mSegmentMap) {
         qCDebug(lcKelMenu, "%s      iteration (%ld)", qPrintable(prefix), iteration++);
         entry.first.dump(deeper);
-        entry.second->dump(deeper);
+        entry.second.mSegmentP->dump(deeper);
     }
 }
 

@@ -81,7 +81,7 @@ public:
     // The segment that made id at the last instantiation, or null.
     Mnu_Segment* getSegmentForID(Mnu_MenuID id) const;
     // Item identifiers of the last instantiation, in order.
-    const std::vector<Mnu_MenuID>& getIDs() const { return mIDs; }
+    std::vector<Mnu_MenuID> getIDs() const;
     // The realisation records the name of each item it makes, for lookups by path.
     void setItemName(Mnu_MenuID id, const QString& name);
     QString getItemName(Mnu_MenuID id) const { return mItemNames.value(id); }
@@ -114,8 +114,17 @@ private:
 
     Mnu_Manager* mManagerP;
     std::vector<Mnu_Segment*> mSegments;
-    std::vector<Mnu_MenuID> mIDs;
-    std::map<Mnu_MenuID, Mnu_Segment*> mSegmentMap;
+    // The segment that made an item, and when it was handed out.
+    struct IDEntry
+    {
+        Mnu_Segment* mSegmentP;
+        quint64 mOrder;
+    };
+    // Identifiers by hand-out order, and what each one is: both ordered maps,
+    // so that forgetting one identifier needs no search of a list.
+    std::map<quint64, Mnu_MenuID> mIDs;
+    std::map<Mnu_MenuID, IDEntry> mSegmentMap;
+    quint64 mNextOrder;
     Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mTitle;
     Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mVisibility;
     QString mText;

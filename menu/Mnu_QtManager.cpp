@@ -91,6 +91,13 @@ Mnu_QtManager::~Mnu_QtManager()
         delete mPopupMenuP.data();
 }
 
+// Out of line: the header only declares Kel_PopupMenu, and reading the
+// guarded pointer needs the whole class.
+Kel_PopupMenu* Mnu_QtManager::getPopupMenu() const
+{
+    return mPopupMenuP;
+}
+
 void Mnu_QtManager::registerMenuFactory(const char* name, void* owner, MenuFactory factory)
 {
     if (!gMenuFactories)

@@ -80,7 +80,7 @@ public:
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     void dump(const QString& prefix) const override;
 
-    Kel_PopupMenu* getPopupMenu() const { return mPopupMenuP; }
+    Kel_PopupMenu* getPopupMenu() const;
     Mnu_QtMenuBarManager* getMenuBarManager() const { return mMenuBarManagerP; }
     // The menu's displayed title (empty without a menu).
     QString getText() const;

@@ -64,7 +64,8 @@ QString executableDir()
 void Ost_DirPaths::Initialize(const char* productName)
 {
     QMutexLocker lock(&nameMutex());
-    storedProductName() = QString::fromUtf8(productName ? productName : "");
+    // One encoding for every caller: Latin-1, one byte per character.
+    storedProductName() = QString::fromLatin1(productName ? productName : "");
 }
 
 QString Ost_DirPaths::GetProductName()

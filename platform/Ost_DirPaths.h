@@ -14,8 +14,9 @@ public:
     // unknown number must be a defined value that GetPath can refuse.
     enum DirPath_t : int { kExecutableDir = 0, kUserDataDir = 1, kTempDir = 2, kResourceDir = 3 };
 
-    // Stores the product name used in titles and folder names. May be called
-    // again; a null or empty name goes back to the default.
+    // Stores the product name used in titles and folder names; productName
+    // is Latin-1 text. May be called again; a null or empty name goes back
+    // to the default.
     static void Initialize(const char* productName);
     // The stored name; before Initialize the application name, else "KelCore".
     static QString GetProductName();

@@ -5,6 +5,16 @@
 #include <QStringList>
 #include <QXmlStreamReader>
 
+namespace {
+
+// Every leaf's name is its whole element path, so a text that nests deep
+// and then holds many leaves would ask for names far larger than itself
+// (and for as much time to build them). Texts whose names would pass this
+// many characters in all are refused.
+const qint64 kMaxNameCharacters = qint64(1) << 24;
+
+} // namespace
+
 Ost_Setting::Ost_Setting()
     : mDirty(false)
 {
@@ -32,6 +42,8 @@ bool Ost_Setting::SetXML(const QString& xml, bool merge)
     // SetStartRoot can pick another part of the same text.
     ElementList elements;
     QVector<int> open;
+    QVector<qint64> pathLengths; // of the open elements' dotted paths
+    qint64 nameCharacters = 0;
     QXmlStreamReader reader(xml);
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
@@ -43,6 +55,7 @@ bool Ost_Setting::SetXML(const QString& xml, bool merge)
             element.mHasChildElements = false;
             if (!open.isEmpty())
                 elements[open.last()].mHasChildElements = true;
+            pathLengths.append((open.isEmpty() ? 0 : pathLengths.last() + 1) + element.mName.size());
             elements.append(element);
             open.append(elements.size() - 1);
             break;
@@ -52,7 +65,12 @@ bool Ost_Setting::SetXML(const QString& xml, bool merge)
                 Element& element = elements[open.last()];
                 if (element.mHasChildElements)
                     element.mText.clear();
+                else
+                    nameCharacters += pathLengths.last();
                 open.removeLast();
+                pathLengths.removeLast();
+                if (nameCharacters > kMaxNameCharacters)
+                    reader.raiseError(QStringLiteral("parameter names too long"));
             }
             break;
         case QXmlStreamReader::Characters:

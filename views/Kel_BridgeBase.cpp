@@ -1,5 +1,6 @@
 #include "Kel_BridgeBase.h"
 
+#include "Kel_ViewContainerInterface.h"
 #include "Kel_ViewInterface.h"
 
 #include <QPainter>
@@ -20,8 +21,20 @@ void Kel_BridgeBase::setChild(Kel_ViewInterface* view)
 {
     if (view == mChildP)
         return;
+    // Two owners would both delete it.
+    if (Kel_ViewContainerInterface* previous = view ? view->getParent() : nullptr)
+        previous->releaseView(view);
     deleteChild();
     mChildP = view;
+}
+
+bool Kel_BridgeBase::releaseChild(Kel_ViewInterface* view)
+{
+    if (!view || view != mChildP)
+        return false;
+    mChildP = nullptr;
+    view->setParent(nullptr);
+    return true;
 }
 
 void Kel_BridgeBase::setBridgeBackgroundColor(const QColor& color)

@@ -22,8 +22,9 @@ public:
     explicit Kel_BridgeBase(QWidget* widget);
     virtual ~Kel_BridgeBase();
 
-    // Takes ownership of view; a view hosted before is deleted. The bridge
-    // widgets also make themselves its parent and fit themselves to it.
+    // Takes ownership of view, out of the container that held it; a view
+    // hosted before is deleted. The bridge widgets also make themselves its
+    // parent and fit themselves to it.
     virtual void setChild(Kel_ViewInterface* view);
     Kel_ViewInterface* getChild() const { return mChildP; }
 
@@ -56,6 +57,9 @@ protected:
     // Deletes the hosted view; bridges call it from their destructors, while
     // the widget is still whole, in case the view talks to it on its way out.
     void deleteChild();
+    // Gives up the hosted view without deleting it, when it is view (then
+    // true); the view keeps no parent.
+    bool releaseChild(Kel_ViewInterface* view);
 
     Kel_ViewInterface* mChildP;
     bool mTiled;

@@ -347,6 +347,15 @@ void Kel_BridgeQScrollArea::removeView(Kel_ViewInterface* view)
     mViewportWidgetP->update();
 }
 
+bool Kel_BridgeQScrollArea::releaseView(Kel_ViewInterface* view)
+{
+    if (!releaseChild(view))
+        return false;
+    releaseContentSize();
+    mViewportWidgetP->update();
+    return true;
+}
+
 void Kel_BridgeQScrollArea::ensureRectVisible(QRect rect)
 {
     const QRect visible = viewableArea();

@@ -92,6 +92,7 @@ public:
     void overlayChildEditWidget(Kel_ViewInterface* child, QWidget* editor, int x, int y) override;
     // Removing the hosted view deletes it and leaves the bridge empty.
     void removeView(Kel_ViewInterface* view) override;
+    bool releaseView(Kel_ViewInterface* view) override;
 
 protected:
     // The visible rectangle in content coordinates.

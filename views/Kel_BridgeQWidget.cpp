@@ -108,6 +108,14 @@ void Kel_BridgeQWidget::removeView(Kel_ViewInterface* view)
     update();
 }
 
+bool Kel_BridgeQWidget::releaseView(Kel_ViewInterface* view)
+{
+    if (!releaseChild(view))
+        return false;
+    update();
+    return true;
+}
+
 bool Kel_BridgeQWidget::event(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip || !mChildP)

@@ -43,6 +43,7 @@ public:
     void overlayChildEditWidget(Kel_ViewInterface* child, QWidget* editor, int x, int y) override;
     // Removing the hosted view deletes it and leaves the bridge empty.
     void removeView(Kel_ViewInterface* view) override;
+    bool releaseView(Kel_ViewInterface* view) override;
 
 protected:
     // Shows the hosted view's tool tip for the point under the mouse.

@@ -138,15 +138,32 @@ void Kel_HStackView::removeView(Kel_ViewInterface* view)
     // stack then keeps it laid out too.
     if (!isFiledUnderItsZOrder(view))
         return;
-    const auto laidOut = std::find(mStack.begin(), mStack.end(), view);
-    const bool wasLaidOut = laidOut != mStack.end();
-    if (wasLaidOut)
-        mStack.erase(laidOut);
-    else
-        mProxies.erase(std::remove(mProxies.begin(), mProxies.end(), view), mProxies.end());
+    const bool wasLaidOut = forget(view);
     Kel_ContainerViewBase::removeView(view);
     if (wasLaidOut)
         relayout();
+}
+
+bool Kel_HStackView::forget(Kel_ViewInterface* view)
+{
+    const auto laidOut = std::find(mStack.begin(), mStack.end(), view);
+    if (laidOut == mStack.end()) {
+        mProxies.erase(std::remove(mProxies.begin(), mProxies.end(), view), mProxies.end());
+        return false;
+    }
+    mStack.erase(laidOut);
+    return true;
+}
+
+bool Kel_HStackView::releaseView(Kel_ViewInterface* view)
+{
+    if (!isSubView(view))
+        return false;
+    const bool wasLaidOut = forget(view);
+    Kel_ContainerViewBase::releaseView(view);
+    if (wasLaidOut)
+        relayout();
+    return true;
 }
 
 void Kel_HStackView::removeAllSubViews()

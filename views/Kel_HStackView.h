@@ -56,10 +56,14 @@ public:
     // A laid-out view changed size: the stack re-lays itself.
     void childSizeChanged(Kel_ViewInterface* child, QSize newSize, QSize oldSize) override;
     void removeView(Kel_ViewInterface* view) override;
+    // The cells after a released view close up.
+    bool releaseView(Kel_ViewInterface* view) override;
     void removeAllSubViews() override;
 
 private:
     QSize contentSize() const;
+    // Drops view from the laid-out cells or the proxies; true for a cell.
+    bool forget(Kel_ViewInterface* view);
 
     std::vector<Kel_ViewInterface*> mStack;   // left to right; owned through the container
     std::vector<Kel_ViewInterface*> mProxies; // owned through the container

@@ -14,6 +14,9 @@ int main(int argc, char** argv)
     // Resources come from the fixtures, not from a folder beside the program.
     qputenv("KELCORE_RESOURCE_DIR", QFile::encodeName(testDataDir()));
     ::testing::InitGoogleTest(&argc, argv);
+    // A product name outside ASCII, which the application object hands to
+    // the library initialisation itself.
+    QCoreApplication::setApplicationName(QStringLiteral("Montage \u00e9"));
     Kel_Application app(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -2,6 +2,7 @@
 // guard that reports exceptions escaping event handlers.
 #include "Kel_Application.h"
 #include "Kel_Initialize.h"
+#include "Ost_DirPaths.h"
 #include "Ost_Resource.h"
 #include "Ost_UIDialog.h"
 #include "TestSupport.h"
@@ -11,6 +12,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <functional>
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -45,6 +47,31 @@ TEST(Application, InitialisesTheLibraryAndKeepsTheMainWidget)
     EXPECT_EQ(Kel_Application::findMainWidget(nullptr), &window);
     app->setMainWidget(nullptr);
     EXPECT_EQ(Kel_Application::findMainWidget(nullptr), nullptr);
+}
+
+TEST(Application, ProductNameKeepsItsAccentInFoldersAndTitles)
+{
+    // main.cpp names the product "Montage é" before the application exists.
+    const QString product = QStringLiteral("Montage \u00e9");
+    EXPECT_EQ(Ost_DirPaths::GetProductName(), product);
+    EXPECT_EQ(Ost_DirPaths::GetPath(Ost_DirPaths::kTempDir, false), QDir::tempPath() + QLatin1Char('/') + product + QLatin1Char('/'));
+    EXPECT_TRUE(Ost_DirPaths::GetPath(Ost_DirPaths::kUserDataDir, false).endsWith(QLatin1Char('/') + product + QLatin1Char('/')));
+
+    // The real error box is titled with the product name.
+    QString title;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&]() {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box || !box->isVisible())
+            return;
+        poll.stop();
+        title = box->windowTitle();
+        QTest::keyClick(box, Qt::Key_Escape);
+    });
+    poll.start(10);
+    auto* app = static_cast<Kel_Application*>(QCoreApplication::instance());
+    app->reportException(QStringLiteral("disk full"));
+    EXPECT_EQ(title, product);
 }
 
 TEST(ApplicationExceptions, ReportedByKindAndTheProgramGoesOn)

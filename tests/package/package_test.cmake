@@ -22,8 +22,13 @@ set(_flags)
 if(EXTRA_FLAGS)
   list(APPEND _flags "-DCMAKE_CXX_FLAGS=${EXTRA_FLAGS}" "-DCMAKE_EXE_LINKER_FLAGS=${EXTRA_FLAGS}")
 endif()
+# The consumer installs its programs into the same prefix, with the same
+# library folder, as an application packaged beside KelCore.
+file(STRINGS ${BUILD_DIR}/CMakeCache.txt _libdir_line REGEX "^CMAKE_INSTALL_LIBDIR:")
+string(REGEX REPLACE "^[^=]*=" "" _libdir "${_libdir_line}")
 run("configure consumer" ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${_build}
   -DCMAKE_PREFIX_PATH=${_prefix} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=RelWithDebInfo
+  -DCMAKE_INSTALL_PREFIX=${_prefix} -DCMAKE_INSTALL_LIBDIR=${_libdir}
   -DCMAKE_FIND_PACKAGE_NO_PACKAGE_REGISTRY=ON ${_flags})
 
 # The package must come from the prefix, not from the build tree.
@@ -34,5 +39,11 @@ if(NOT _at GREATER -1)
 endif()
 
 run("build consumer" ${CMAKE_COMMAND} --build ${_build})
-run("run consumer" ${_build}/kelcore_consumer)
-message(STATUS "${LAST_OUTPUT}")
+run("install consumer" ${CMAKE_COMMAND} --install ${_build})
+
+# Run from the prefix with no library path: the installed programs and
+# libraries must find each other by themselves.
+foreach(program kelcore_consumer kelcore_consumer_core)
+  run("run ${program}" ${CMAKE_COMMAND} -E env --unset=LD_LIBRARY_PATH ${_prefix}/bin/${program})
+  message(STATUS "${LAST_OUTPUT}")
+endforeach()

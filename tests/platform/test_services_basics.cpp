@@ -62,6 +62,15 @@ TEST(ServicesDirPaths, ProductExecutableAndPerProductFolders)
     QDir(tempDir).removeRecursively();
     EXPECT_TRUE(Ost_DirPaths::GetPath(Ost_DirPaths::kUserDataDir, false)
                     .endsWith(QLatin1Char('/') + product + QLatin1Char('/')));
+
+    // The name is Latin-1: an accented product keeps its accent in folder names.
+    const QString accented = QStringLiteral("Montage \u00e9 %1").arg(QCoreApplication::applicationPid());
+    Ost_DirPaths::Initialize(accented.toLatin1().constData());
+    EXPECT_EQ(Ost_DirPaths::GetProductName(), accented);
+    const QString accentedDir = Ost_DirPaths::GetPath(Ost_DirPaths::kTempDir, true);
+    EXPECT_EQ(accentedDir, QDir::tempPath() + QLatin1Char('/') + accented + QLatin1Char('/'));
+    EXPECT_TRUE(QFileInfo(QDir::tempPath() + QLatin1Char('/') + accented).isDir());
+    QDir(accentedDir).removeRecursively();
     Ost_DirPaths::Initialize(nullptr);
 }
 

@@ -115,4 +115,14 @@ TEST(ServicesSetting, NthParamRangeDeepNestingAndMixedContent)
     const int depth = 20000;
     ASSERT_TRUE(settings.SetXML(QStringLiteral("<E>").repeated(depth) + QStringLiteral("</E>").repeated(depth), false));
     EXPECT_EQ(settings.GetParamCount(), 1);
+
+    // Many leaves below deep nesting would make names far larger than the
+    // text, and take long to build: refused, the earlier text kept.
+    DebugMessageCollector log;
+    const QString deepAndWide = QStringLiteral("<E>").repeated(5000) + QStringLiteral("<L/>").repeated(50000)
+                                + QStringLiteral("</E>").repeated(5000);
+    EXPECT_FALSE(settings.SetXML(deepAndWide, false));
+    EXPECT_EQ(settings.GetParamCount(), 1);
+    ASSERT_EQ(log.messages().size(), 1);
+    EXPECT_TRUE(log.messages().first().startsWith(QStringLiteral("Ost_Setting::SetXML parse error parameter names too long")));
 }

@@ -174,3 +174,56 @@ TEST(ContainerView, DragFollowsTheViewThatTakesIt)
     EXPECT_EQ(host.log, (QStringList{"enter Left 10,10", "dragmove Left 20,10", "enter Right 20,10", "leave Left",
                                      "dragmove Right 20,10", "dragmove Right 30,10"}));
 }
+
+TEST(ContainerView, AViewAddedElsewhereLeavesItsFirstContainer)
+{
+    RecordingParent root;
+    auto* first = new Kel_ContainerViewBase;
+    first->setName(QStringLiteral("First"));
+    first->setParent(&root);
+    Kel_ContainerViewBase second;
+    auto* cell = new ProbeView(QStringLiteral("Cell"), QRect(5, 5, 10, 10), 3);
+    first->AddSubView(cell);
+    first->setSubViewForMouseEvents(cell);
+    cell->setZOrder(7); // moved whatever its z-order now
+
+    second.AddSubView(cell);
+    EXPECT_FALSE(first->isSubView(cell));
+    EXPECT_TRUE(first->getSubViews().empty());
+    EXPECT_EQ(first->getMouseView(), nullptr);
+    EXPECT_TRUE(second.isSubView(cell));
+    EXPECT_EQ(cell->getParent(), &second);
+    // The place it left is repainted.
+    EXPECT_EQ(root.log, QStringList{"bits First 5,5 10x10 now"});
+
+    // Only the container that holds it now deletes it.
+    const int destroyed = ProbeView::sDestroyed;
+    delete first;
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed);
+
+    // Bridges take part too: hosted by one, it leaves the container, and back.
+    {
+        Kel_BridgeQWidget bridge(nullptr, "Bridge");
+        bridge.setChild(cell);
+        EXPECT_TRUE(second.getSubViews().empty());
+        EXPECT_EQ(cell->getParent(), &bridge);
+        second.AddSubView(cell);
+        EXPECT_EQ(bridge.getChild(), nullptr);
+    }
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed);
+    second.removeView(cell);
+    EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
+}
+
+TEST(ContainerView, AViewAddedTwiceIsHeldOnce)
+{
+    Kel_ContainerViewBase panel;
+    std::vector<ProbeView*> views;
+    for (int i = 0; i < 3; ++i)
+        views.push_back(new ProbeView(QString(), QRect(i, 0, 1, 1), 1));
+    for (ProbeView* view : views)
+        panel.AddSubView(view);
+    for (ProbeView* view : views)
+        panel.AddSubView(view); // already there: ignored
+    EXPECT_EQ(panel.getSubViews().size(), views.size());
+}

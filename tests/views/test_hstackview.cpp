@@ -94,3 +94,17 @@ TEST(HStackView, MovesCellsAndKeepsProxiesOutOfTheIndexes)
     EXPECT_EQ(ProbeView::sDestroyed, destroyed + 1);
     EXPECT_EQ(stack.findUiName(QPoint(22, 5)), QStringLiteral("Row.A"));
 }
+
+TEST(HStackView, ACellTakenByAnotherStackLeavesAGapThatCloses)
+{
+    Kel_HStackView left;
+    Kel_HStackView right;
+    for (const char* name : {"A", "B", "C"})
+        left.AddSubView(cell(name, 10 * (left.count() + 1)));
+    Kel_ViewInterface* b = left.viewAt(1);
+    right.AddSubView(b);
+    EXPECT_EQ(layout(left), (QStringList{"A 0,0 10x10", "C 10,0 30x10"}));
+    EXPECT_EQ(left.getSize(), QSize(40, 10));
+    EXPECT_EQ(layout(right), (QStringList{"B 0,0 20x10"}));
+    EXPECT_EQ(b->getParent(), &right);
+}
