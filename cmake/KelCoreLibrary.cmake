@@ -1,6 +1,6 @@
 # The KelCore library: every source and header of the subsystem folders.
 # Sources are collected by folder so that a new class is one new pair of files.
-set(KELCORE_SUBSYSTEMS core binding script factory menu keymap widgets media lists views dialogs)
+set(KELCORE_SUBSYSTEMS core binding script factory menu keymap widgets media lists views)
 
 set(KELCORE_SOURCES)
 set(KELCORE_HEADERS)

@@ -1,11 +1,12 @@
 #include "Kel_Initialize.h"
+#include "Kel_Initialize_p.h"
 
 #include "Ost_Assert.h"
 #include "Ost_DirPaths.h"
 #include "Ost_Resource.h"
-#include "Uip_RunScript.h"
 
 #include <QCoreApplication>
+#include <vector>
 
 namespace {
 
@@ -17,7 +18,21 @@ bool sInitialized = false;
 // keeps recognising it whatever happens to the layout of this file.
 const int kMissingApplicationLine = 38;
 
+std::vector<void (*)()>& initializationSteps()
+{
+    static std::vector<void (*)()> steps;
+    return steps;
+}
+
 } // namespace
+
+bool Kel_AddInitializationStep(void (*step)())
+{
+    initializationSteps().push_back(step);
+    if (sInitialized)
+        step();
+    return true;
+}
 
 void Kel_Initialize(const char* productName)
 {
@@ -36,8 +51,10 @@ void Kel_Initialize(const char* productName)
     Ost_DirPaths::Initialize(productName);
     Ost_Resource::setResourcePath(Ost_DirPaths::GetPath(Ost_DirPaths::kResourceDir, true));
 
-    // From now on, scripts queued with Mv_Utils::Mv_AddDelayedAction run.
-    Uip_InstallDelayedActionRunner();
+    // The subsystems' own steps (the script runner of the delayed-action
+    // queue among them).
+    for (void (*step)() : initializationSteps())
+        step();
 }
 
 bool Kel_IsInitialized()

@@ -1,5 +1,7 @@
 #include "Uip_RunScript.h"
 
+#include "Kel_Initialize_p.h"
+
 #include "Mv_Utils.h"
 #include "Mv_Variant.h"
 #include "Uip_ParseNode.h"
@@ -20,3 +22,10 @@ void Uip_InstallDelayedActionRunner()
 {
     Mv_Utils::Mv_SetDelayedActionRunner(&Uip_RunScript);
 }
+
+namespace {
+
+// From initialisation on, scripts queued with Mv_Utils::Mv_AddDelayedAction run.
+const bool sRunnerInstalledAtInitialization = Kel_AddInitializationStep(&Uip_InstallDelayedActionRunner);
+
+} // namespace

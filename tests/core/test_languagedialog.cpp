@@ -14,7 +14,7 @@
 namespace {
 
 // German, Spanish and French, each naming itself.
-const QString kDir = QStringLiteral(KEL_TEST_DIALOGS_QM_DIR);
+const QString kDir = QStringLiteral(KEL_TEST_LANGUAGES_QM_DIR);
 
 QPushButton* button(QDialog& dialog, const QString& text)
 {
