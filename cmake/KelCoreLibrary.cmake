@@ -1,24 +1,221 @@
-# The KelCore library: every source and header of the subsystem folders.
-# Sources are collected by folder so that a new class is one new pair of files.
-set(KELCORE_SUBSYSTEMS core binding script factory menu keymap widgets media lists views)
+# The KelCore library. Each folder lists its files; a new class adds its own
+# here. Public headers are what gets installed; _p.h headers stay inside.
+# The folders are layered as docs/architecture.md draws them, lowest first.
 
-set(KELCORE_SOURCES)
-set(KELCORE_HEADERS)
-set(KELCORE_PRIVATE_HEADERS)
-set(KELCORE_INCLUDE_DIRS)
-foreach(dir IN LISTS KELCORE_SUBSYSTEMS)
-  file(GLOB _src CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.cpp)
-  file(GLOB _hdr CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.h)
-  file(GLOB _res CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/*.qrc)
-  list(APPEND KELCORE_SOURCES ${_src} ${_res})
-  set(_public ${_hdr})
-  list(FILTER _public EXCLUDE REGEX "_p\\.h$")
-  list(APPEND KELCORE_HEADERS ${_public})
-  list(APPEND KELCORE_PRIVATE_HEADERS ${_hdr})
-  list(APPEND KELCORE_INCLUDE_DIRS $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${dir}>)
+# core/: library frame: initialisation, application, fonts, language chooser
+set(KELCORE_CORE_SOURCES
+  Kel_Application.cpp
+  Kel_FontManager.cpp
+  Kel_Initialize.cpp
+  Kel_LanguageDialog.cpp
+  Kel_Logging.cpp
+)
+set(KELCORE_CORE_HEADERS
+  Kel_Application.h
+  Kel_FontManager.h
+  Kel_Initialize.h
+  Kel_LanguageDialog.h
+  Kel_Version.h
+)
+set(KELCORE_CORE_PRIVATE_HEADERS
+  Kel_Initialize_p.h
+  Kel_Logging_p.h
+)
+
+# binding/: binding contracts, view base, containers, connection utilities, bound properties
+set(KELCORE_BINDING_SOURCES
+  Kel_BoundFont.cpp
+  Kel_BoundPropertyBase.cpp
+  Kel_ConnectionUtils.cpp
+  Kel_ContainerViewBase.cpp
+  Kel_MenuCommandInterface.cpp
+  Kel_ViewBase.cpp
+  Kel_ViewContainerInterface.cpp
+  Kel_ViewInterface.cpp
+  Kel_WidgetConnectInterface.cpp
+)
+set(KELCORE_BINDING_HEADERS
+  Kel_BoundFont.h
+  Kel_BoundProperty.h
+  Kel_BoundPropertyBase.h
+  Kel_ConnectionUtils.h
+  Kel_ContainerViewBase.h
+  Kel_MenuCommandInterface.h
+  Kel_ViewBase.h
+  Kel_ViewContainerInterface.h
+  Kel_ViewInterface.h
+  Kel_WidgetConnectInterface.h
+)
+
+# poi/: point-of-interest lookup and what's-this names
+set(KELCORE_POI_SOURCES
+  Kel_IPointOfInterestFinder.cpp
+  Kel_WhatsThis.cpp
+)
+set(KELCORE_POI_HEADERS
+  Kel_IPointOfInterestFinder.h
+  Kel_WhatsThis.h
+)
+
+# script/: the action-script parser and evaluation
+set(KELCORE_SCRIPT_SOURCES
+  Kel_SubscriptionIdentifierSubstitution.cpp
+  Uip_Assign_ParseNode.cpp
+  Uip_BooleanLiteral_ParseNode.cpp
+  Uip_FunctionCall_ParseNode.cpp
+  Uip_Identifier_ParseNode.cpp
+  Uip_ParseError.cpp
+  Uip_ParseNode.cpp
+  Uip_ParseScript.cpp
+  Uip_Parser.cpp
+  Uip_RunScript.cpp
+  Uip_StatementBlock_ParseNode.cpp
+  Uip_StringLiteral_ParseNode.cpp
+)
+set(KELCORE_SCRIPT_HEADERS
+  Kel_SubscriptionIdentifierSubstitution.h
+  Uip_Assign_ParseNode.h
+  Uip_BooleanLiteral_ParseNode.h
+  Uip_FunctionCall_ParseNode.h
+  Uip_Identifier_ParseNode.h
+  Uip_ParseError.h
+  Uip_ParseNode.h
+  Uip_ParseScript.h
+  Uip_RunScript.h
+  Uip_StatementBlock_ParseNode.h
+  Uip_StringLiteral_ParseNode.h
+)
+set(KELCORE_SCRIPT_PRIVATE_HEADERS
+  Uip_Parser_p.h
+)
+
+# views/: light-weight value views and the bridge widgets
+set(KELCORE_VIEWS_SOURCES
+  Kel_BlankView.cpp
+  Kel_BoolTextView.cpp
+  Kel_BridgeBase.cpp
+  Kel_BridgeQScrollArea.cpp
+  Kel_BridgeQWidget.cpp
+  Kel_HStackView.cpp
+  Kel_LongIntView.cpp
+  Kel_StringView.cpp
+  Kel_TextView.cpp
+  Kel_ValueViewBase.cpp
+)
+set(KELCORE_VIEWS_HEADERS
+  Kel_BlankView.h
+  Kel_BoolTextView.h
+  Kel_BridgeBase.h
+  Kel_BridgeQScrollArea.h
+  Kel_BridgeQWidget.h
+  Kel_HStackView.h
+  Kel_LongIntView.h
+  Kel_StringView.h
+  Kel_TextView.h
+  Kel_ValueViewBase.h
+)
+
+# menu/: menus, menu bars and their segments
+set(KELCORE_MENU_SOURCES
+  Kel_MenuBar.cpp
+  Kel_PopupMenu.cpp
+  Mnu_BooleanSegment.cpp
+  Mnu_CommandSegment.cpp
+  Mnu_ListSegment.cpp
+  Mnu_Manager.cpp
+  Mnu_Menu.cpp
+  Mnu_MenuID.cpp
+  Mnu_QtManager.cpp
+  Mnu_QtMenuBarEventFilter.cpp
+  Mnu_QtMenuBarManager.cpp
+  Mnu_RadioItemsSegment.cpp
+  Mnu_RadioListSegment.cpp
+  Mnu_Segment.cpp
+  Mnu_SeparatorSegment.cpp
+  Mnu_SubmenuSegment.cpp
+)
+set(KELCORE_MENU_HEADERS
+  Kel_MenuBar.h
+  Kel_PopupMenu.h
+  Mnu_BooleanSegment.h
+  Mnu_CommandSegment.h
+  Mnu_ListSegment.h
+  Mnu_Manager.h
+  Mnu_Menu.h
+  Mnu_MenuID.h
+  Mnu_QtManager.h
+  Mnu_QtMenuBarEventFilter.h
+  Mnu_QtMenuBarManager.h
+  Mnu_RadioItemsSegment.h
+  Mnu_RadioListSegment.h
+  Mnu_Segment.h
+  Mnu_SeparatorSegment.h
+  Mnu_SubmenuSegment.h
+)
+
+# keymap/: keymaps and keys
+set(KELCORE_KEYMAP_SOURCES
+  Kel_KeyboardLanguage.cpp
+  Kel_KeymapMgr.cpp
+)
+set(KELCORE_KEYMAP_HEADERS
+  Kel_KeyboardLanguage.h
+  Kel_KeymapMgr.h
+)
+
+# widgets/: value and button widgets
+set(KELCORE_WIDGETS_SOURCES
+  Kel_ActionButton.cpp
+  Kel_ActionScriptRunner.cpp
+  Kel_CheckBox.cpp
+  Kel_ImmediateActionButton.cpp
+  Kel_Label.cpp
+  Kel_LongLabel.cpp
+)
+set(KELCORE_WIDGETS_HEADERS
+  Kel_ActionButton.h
+  Kel_ActionScriptRunner.h
+  Kel_CheckBox.h
+  Kel_ImmediateActionButton.h
+  Kel_Label.h
+  Kel_LongLabel.h
+)
+
+# factory/: the widget factory and form loading
+set(KELCORE_FACTORY_SOURCES
+  Kel_CreateWidgetFromUILayout.cpp
+  Kel_FactoryEntryInterface.cpp
+  Kel_FactoryRegistration.cpp
+  Kel_QtWidgetFactoryRegistry.cpp
+  Kel_UIFileFactoryEntry.cpp
+)
+set(KELCORE_FACTORY_HEADERS
+  Kel_CreateWidgetFromUILayout.h
+  Kel_FactoryEntryInterface.h
+  Kel_QtWidgetFactoryRegistry.h
+  Kel_SimpleFactoryEntry.h
+  Kel_UIFileFactoryEntry.h
+)
+
+set(KELCORE_FOLDERS core binding poi script views menu keymap widgets factory)
+set(_sources)
+set(_headers)
+set(_private_dirs)
+foreach(dir IN LISTS KELCORE_FOLDERS)
+  string(TOUPPER ${dir} _DIR)
+  foreach(kind SOURCES HEADERS PRIVATE_HEADERS)
+    list(TRANSFORM KELCORE_${_DIR}_${kind} PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/)
+  endforeach()
+  list(APPEND _sources ${KELCORE_${_DIR}_SOURCES} ${KELCORE_${_DIR}_HEADERS} ${KELCORE_${_DIR}_PRIVATE_HEADERS})
+  list(APPEND _headers ${KELCORE_${_DIR}_HEADERS})
+  list(APPEND _private_dirs ${CMAKE_CURRENT_SOURCE_DIR}/${dir})
 endforeach()
 
-add_library(KelCore SHARED ${KELCORE_SOURCES} ${KELCORE_PRIVATE_HEADERS})
+# The version the library reports is the project's.
+configure_file(${CMAKE_CURRENT_SOURCE_DIR}/core/Kel_Version.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/Kel_Version.cpp @ONLY)
+list(APPEND _sources ${CMAKE_CURRENT_BINARY_DIR}/Kel_Version.cpp)
+
+add_library(KelCore SHARED ${_sources})
 add_library(KelCore::KelCore ALIAS KelCore)
 set_target_properties(KelCore PROPERTIES
   VERSION ${PROJECT_VERSION}
@@ -26,12 +223,20 @@ set_target_properties(KelCore PROPERTIES
   EXPORT_NAME KelCore)
 # Only what carries KELCORE_EXPORT leaves the library, as in a DLL.
 include(GenerateExportHeader)
-generate_export_header(KelCore BASE_NAME KelCore EXPORT_FILE_NAME ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
+set(_public_dir ${CMAKE_BINARY_DIR}/include/KelCore)
+generate_export_header(KelCore BASE_NAME KelCore EXPORT_FILE_NAME ${_public_dir}/kelcore_export.h)
 set_target_properties(KelCore PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
-list(APPEND KELCORE_HEADERS ${CMAKE_CURRENT_BINARY_DIR}/kelcore_export.h)
 kel_library_rpath(KelCore)
-target_include_directories(KelCore PUBLIC
-  $<BUILD_INTERFACE:${CMAKE_CURRENT_BINARY_DIR}>
-  ${KELCORE_INCLUDE_DIRS}
-  $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
+kel_public_header_folder(${_public_dir} ${_headers})
+target_include_directories(KelCore
+  PRIVATE ${_private_dirs} ${KELPLATFORM_PRIVATE_INCLUDE_DIRS}
+  PUBLIC $<BUILD_INTERFACE:${_public_dir}> $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
+# Public: KelPlatform's models and Qt's widgets, XML and form loader appear
+# in the public headers.
 target_link_libraries(KelCore PUBLIC KelPlatform Qt5::Widgets Qt5::Xml Qt5::UiTools)
+set(KELCORE_HEADERS ${_headers} ${_public_dir}/kelcore_export.h)
+
+# White-box tests and fuzz targets may include the libraries' private headers;
+# applications cannot (this target is not installed).
+add_library(KelCore_private_headers INTERFACE)
+target_include_directories(KelCore_private_headers INTERFACE ${_private_dirs} ${KELPLATFORM_PRIVATE_INCLUDE_DIRS})

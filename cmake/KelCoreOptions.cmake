@@ -22,3 +22,14 @@ function(kel_library_rpath target)
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
   endif()
 endfunction()
+
+# Gathers a library's public headers in one folder of the build tree, as
+# symbolic links (copies where links are not possible), so that users in the
+# build tree include exactly what an installed package offers.
+function(kel_public_header_folder folder)
+  file(MAKE_DIRECTORY ${folder})
+  foreach(header IN LISTS ARGN)
+    get_filename_component(_name ${header} NAME)
+    file(CREATE_LINK ${header} ${folder}/${_name} COPY_ON_ERROR SYMBOLIC)
+  endforeach()
+endfunction()
