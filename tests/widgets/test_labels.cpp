@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <QWindow>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -57,10 +58,10 @@ TEST_F(LabelTest, TextsToolTipAndFontFollowTheirModels)
 
     state.setValue(QStringLiteral("playing"));
     tip.setValue(QStringLiteral("Now playing"));
-    volume.setValue(-2147483649L);
+    volume.setValue(std::numeric_limits<long>::min()); // whatever width long has here
     EXPECT_EQ(label->text(), QStringLiteral("playing"));
     EXPECT_EQ(label->toolTip(), QStringLiteral("Now playing"));
-    EXPECT_EQ(longLabel->text(), QStringLiteral("-2147483649"));
+    EXPECT_EQ(longLabel->text(), QString::number(std::numeric_limits<long>::min()));
 
     // Models that go away leave bound labels empty, not stale.
     state.UnPublish();
