@@ -87,7 +87,6 @@ protected:
 
 TEST_F(MenuBarTest, TheBarShowsItsMenusAndRunsTheChosenCommand)
 {
-    EXPECT_EQ(bar->getMenuBarFileName(), QByteArray("TestBar"));
     EXPECT_EQ(barTitles(), QStringList({"&File", "Deck"}));
 
     QAction* file = bar->findAction(QVariant("File"));

@@ -71,8 +71,8 @@ TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
     EXPECT_EQ(draw(view).at(0).color, QColor(Qt::blue));
 }
 
-// Two clips and a current-row index, and a one row view of name, duration and
-// selection, copied from a prototype and connected with $Row at the index.
+// Two clips, a current-row index, and a one row view of name, duration and
+// selection copied from a prototype and connected with $Row at the index.
 class OneRowView : public ::testing::Test
 {
 protected:
@@ -106,9 +106,6 @@ protected:
         selected->setSize(QSize(80, 20));
         prototype.AddSubView(selected);
         row.reset(prototype.clone());
-    }
-    void connectRow()
-    {
         auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
         env->set(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow"));
         row->makeConnections(env);
@@ -122,14 +119,12 @@ protected:
 
 TEST_F(OneRowView, CopyIsUnconnectedUntilConnected)
 {
-    EXPECT_TRUE(draw(*row).empty());
-    connectRow();
+    EXPECT_TRUE(draw(*std::unique_ptr<Kel_ViewInterface>(prototype.clone())).empty());
     EXPECT_EQ(texts(draw(*row)), (QStringList{"Intro", "12", "selected"}));
 }
 
 TEST_F(OneRowView, TextsUseTheListFontInTheirOwnCells)
 {
-    connectRow();
     const QString fontKey = QString::fromLatin1(Kel_ValueViewBase::kListFontKey);
     QFont listFont = QApplication::font();
     listFont.setPointSize(7);
@@ -144,7 +139,6 @@ TEST_F(OneRowView, TextsUseTheListFontInTheirOwnCells)
 
 TEST_F(OneRowView, FollowsTheRowIndexAndElidesLongTexts)
 {
-    connectRow();
     current.setValue(1);
     const auto drawn = draw(*row);
     ASSERT_EQ(texts(drawn).mid(1), (QStringList{"-3", "-"}));
@@ -153,7 +147,6 @@ TEST_F(OneRowView, FollowsTheRowIndexAndElidesLongTexts)
 
 TEST_F(OneRowView, GoneModelDrawsNothingRatherThanFalseTexts)
 {
-    connectRow();
     clips.UnPublish();
     EXPECT_TRUE(draw(*row).empty());
 }
