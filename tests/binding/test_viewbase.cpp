@@ -107,9 +107,7 @@ TEST(ViewBase, ToolTipComesFromItsModel)
     view.setToolTipConnectionID(QStringLiteral("$Scope.Tip"));
     EXPECT_FALSE(view.getToolTip(QPoint(1, 1), &rect, &text)); // not connected yet
 
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Scope"), QStringLiteral("ViewBase"));
-    view.makeConnections(env);
+    view.makeConnections(environmentWith(QStringLiteral("Scope"), QStringLiteral("ViewBase")));
     EXPECT_TRUE(view.getToolTip(QPoint(1, 1), &rect, &text));
     EXPECT_EQ(text, QStringLiteral("Master volume"));
     EXPECT_EQ(rect, QRect(0, 0, 40, 12));

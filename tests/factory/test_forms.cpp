@@ -47,9 +47,7 @@ protected:
     void SetUp() override
     {
         FormTest::SetUp();
-        for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&muted, &showMute, &state, &volume, &nudgeEnabled,
-                                                                     &showPlay, &nudge})
-            m->Publish();
+        publishAll({&muted, &showMute, &state, &volume, &nudgeEnabled, &showPlay, &nudge});
         windowLayout = new QVBoxLayout(&window);
         DebugMessageCollector messages; // Qt reports the unknown class it falls back from
         panel = Kel_CreateWidgetFromUILayout(QStringLiteral("Panel"), &window, "ignoredName", true);
@@ -98,9 +96,7 @@ TEST_F(PanelForm, QtClassesStayAndUnknownCustomWidgetsFallBackToTheirBase)
 
 TEST_F(PanelForm, OneRecursiveConnectBindsEveryWidget)
 {
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Deck"), QStringLiteral("FormDeck"));
-    Kel_ConnectionUtils::recursiveConnect(&window, env);
+    Kel_ConnectionUtils::recursiveConnect(&window, environmentWith(QStringLiteral("Deck"), QStringLiteral("FormDeck")));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     EXPECT_TRUE(child<Kel_CheckBox>(panel, "muteBox")->isChecked());

@@ -27,9 +27,7 @@ protected:
     void SetUp() override
     {
         Ost_Resource::setResourcePath(resourceDir());
-        for (Mv_ModelBase* model : std::initializer_list<Mv_ModelBase*>{
-                 &canSave, &save, &stop, &transportTitle, &showTransport, &stopKey, &recent})
-            model->Publish();
+        publishAll({&canSave, &save, &stop, &transportTitle, &showTransport, &stopKey, &recent});
         for (const char* field : {"name", "id", "accelerator", "iconName"})
             recent.addField<QString>(field);
         recent.addField<QPixmap>("icon");

@@ -52,9 +52,7 @@ TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
 
     view.SetConnectionID(QStringLiteral("$Deck.State"));
     view.SetColorConn(QStringLiteral("$Deck.StateColor"));
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Deck"), QStringLiteral("ValueViews"));
-    view.makeConnections(env);
+    view.makeConnections(environmentWith(QStringLiteral("Deck"), QStringLiteral("ValueViews")));
     EXPECT_EQ(view.getText(), QStringLiteral("stopped"));
     EXPECT_FALSE(view.getTextColor().isValid()); // its model is not published yet
 
@@ -106,9 +104,7 @@ protected:
         selected->setSize(QSize(80, 20));
         prototype.AddSubView(selected);
         row.reset(prototype.clone());
-        auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-        env->set(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow"));
-        row->makeConnections(env);
+        row->makeConnections(environmentWith(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow")));
     }
 
     Mve_RecordArray clips;

@@ -93,10 +93,6 @@ TEST_F(ActionButtonTest, MissingModelGreysTheButtonOutUntilItIsPublished)
     EXPECT_TRUE(button->isEnabled());
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(runs.size(), 1u);
-    button->SetActionScript("Button.Count(); Button.Missing()");
-    connect();
-    QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 2u);
 }
 
 // The button bound to the published enabled-state model "Button.Enabled".
