@@ -53,14 +53,10 @@ class ApplicationExceptions : public ::testing::Test
 protected:
     void SetUp() override
     {
-        mPrevious = Ost_UIDialog::setInterceptor([this](const Ost_UIDialog::Request& r) {
-            boxes.append(r);
-            return 0;
-        });
         widget.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
     }
-    void TearDown() override { Ost_UIDialog::setInterceptor(mPrevious); }
+    void TearDown() override { Ost_UIDialog::setInterceptor(previous); }
     // Clicks the widget with fault as its handler; answers the one message
     // reported, or how many reports there were.
     QString clickReports(std::function<void()> fault)
@@ -73,9 +69,10 @@ protected:
 
     QVector<Ost_UIDialog::Request> boxes;
     FaultyWidget widget;
-
-private:
-    Ost_UIDialog::Interceptor mPrevious;
+    const Ost_UIDialog::Interceptor previous = Ost_UIDialog::setInterceptor([this](const Ost_UIDialog::Request& r) {
+        boxes.append(r);
+        return 0;
+    });
 };
 
 TEST_F(ApplicationExceptions, MessageSaysWhatWasThrown)

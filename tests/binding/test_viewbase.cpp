@@ -1,8 +1,8 @@
 // The common part of light-weight views.
 #include "Kel_ViewBase.h"
-#include "Kel_ViewContainerInterface.h"
 #include "Mve_SimpleValue.h"
 #include "Ost_Assert.h"
+#include "RecordingParent.h"
 #include "TestSupport.h"
 
 #include <QFileInfo>
@@ -28,29 +28,6 @@ public:
         Kel_ViewBase::setSize(size);
     }
     QString calls;
-};
-
-// A parent that records what its views ask of it.
-class RecordingContainer : public Kel_ViewContainerInterface
-{
-public:
-    void childSizeChanged(Kel_ViewInterface*, QSize newSize, QSize oldSize) override
-    {
-        log << QStringLiteral("size %1x%2 from %3x%4").arg(newSize.width()).arg(newSize.height())
-                   .arg(oldSize.width()).arg(oldSize.height());
-    }
-    void childInsertedRow(Kel_ViewInterface*, int, int) override {}
-    void childDeletedRow(Kel_ViewInterface*, int, int) override {}
-    void childInsertedColumn(Kel_ViewInterface*) override {}
-    void childBitsChanged(Kel_ViewInterface*, const QRect& r, bool immediate) override
-    {
-        log << QStringLiteral("bits %1,%2 %3x%4 %5").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()).arg(immediate);
-    }
-    QWidget* getBridgeWidget() override { return &bridge; }
-    void overlayChildEditWidget(Kel_ViewInterface*, QWidget*, int, int) override {}
-    void removeView(Kel_ViewInterface*) override {}
-    QStringList log;
-    QWidget bridge;
 };
 
 // Records the conditions of failed assertions, with their file's base name.
@@ -128,7 +105,7 @@ TEST(ViewBase, CopyHasNoParentAndItsOwnUnconnectedToolTip)
 {
     Mve_SimpleValue<QString> tip(QStringLiteral("Solo"), "ViewBase.CopyTip");
     tip.Publish();
-    RecordingContainer parent;
+    RecordingParent parent;
     TestView original;
     original.setParent(&parent);
     original.setName(QStringLiteral("Solo"));
@@ -150,20 +127,23 @@ TEST(ViewBase, CopyHasNoParentAndItsOwnUnconnectedToolTip)
 TEST(ViewBase, RequestsToTheParent)
 {
     TestView view;
+    view.setName(QStringLiteral("V"));
     view.setSizeAndNotifyParent(QSize(10, 10)); // no parent: nowhere to go
     view.sendAllBitsChanged();
 
-    RecordingContainer parent;
+    RecordingParent parent;
+    QWidget bridge;
+    parent.bridge = &bridge;
     view.setParent(&parent);
     view.setOrigin(QPoint(5, 20));
     view.sendAllBitsChanged();
     view.sendAllBitsChangedImmediate();
     view.setSizeAndNotifyParent(QSize(30, 4));
-    EXPECT_EQ(parent.log, (QStringList{"bits 0,0 10x10 0", "bits 0,0 10x10 1", "size 30x4 from 10x10"}));
+    EXPECT_EQ(parent.log, (QStringList{"bits V 0,0 10x10", "bits V 0,0 10x10 now", "size V 30x4 from 10x10"}));
 
     // Asking for drops opens the shared bridge, and turning them off does not close it.
     view.setAcceptsDrops(false);
-    EXPECT_TRUE(parent.bridge.acceptDrops());
+    EXPECT_TRUE(bridge.acceptDrops());
     EXPECT_FALSE(view.acceptsDrops());
 
     TestView orphan;
