@@ -74,24 +74,37 @@ TEST(Application, ProductNameKeepsItsAccentInFoldersAndTitles)
     EXPECT_EQ(title, product);
 }
 
-TEST(ApplicationExceptions, ReportedByKindAndTheProgramGoesOn)
+// A shown faulty widget, with the error boxes it causes caught instead of shown.
+class ApplicationExceptions : public ::testing::Test
 {
-    QVector<Ost_UIDialog::Request> boxes;
-    const auto previous = Ost_UIDialog::setInterceptor([&boxes](const Ost_UIDialog::Request& r) {
-        boxes.append(r);
-        return 0;
-    });
-    FaultyWidget widget;
-    widget.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
-    auto clickReports = [&](std::function<void()> fault) {
+protected:
+    void SetUp() override
+    {
+        widget.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+    }
+    void TearDown() override { Ost_UIDialog::setInterceptor(previous); }
+    // Clicks the widget with fault as its handler; answers the one message
+    // reported, or how many reports there were.
+    QString clickReports(std::function<void()> fault)
+    {
         boxes.clear();
         widget.fault = std::move(fault);
         QTest::mouseClick(&widget, Qt::LeftButton);
         return boxes.size() == 1 ? boxes.first().message : QStringLiteral("%1 reports").arg(boxes.size());
-    };
-    const QString unknown = QStringLiteral("Exception: Unknown exception in Kel_Application");
+    }
 
+    QVector<Ost_UIDialog::Request> boxes;
+    FaultyWidget widget;
+    const Ost_UIDialog::Interceptor previous = Ost_UIDialog::setInterceptor([this](const Ost_UIDialog::Request& r) {
+        boxes.append(r);
+        return 0;
+    });
+};
+
+TEST_F(ApplicationExceptions, MessageSaysWhatWasThrown)
+{
+    const QString unknown = QStringLiteral("Exception: Unknown exception in Kel_Application");
     EXPECT_EQ(clickReports([] { throw QStringLiteral("disk full"); }), QStringLiteral("Exception: disk full"));
     EXPECT_EQ(clickReports([] { throw static_cast<char*>(sBuffer); }), QStringLiteral("Exception: buffer overrun"));
     EXPECT_EQ(clickReports([] { throw "literal text"; }), QStringLiteral("Exception: literal text"));
@@ -100,8 +113,11 @@ TEST(ApplicationExceptions, ReportedByKindAndTheProgramGoesOn)
     EXPECT_EQ(clickReports([] { throw std::runtime_error("by value"); }), unknown);
     EXPECT_EQ(clickReports([] { throw 42; }), unknown);
     EXPECT_EQ(clickReports([] { throw static_cast<std::exception*>(nullptr); }), unknown);
+}
 
-    // One modal error box with one OK button, from the application's source.
+TEST_F(ApplicationExceptions, ReportIsOneModalErrorBoxWithOneOkButton)
+{
+    ASSERT_EQ(clickReports([] { throw 42; }), QStringLiteral("Exception: Unknown exception in Kel_Application"));
     const Ost_UIDialog::Request& r = boxes.first();
     EXPECT_EQ(r.buttonTexts, QStringLiteral("OK"));
     EXPECT_EQ(r.buttonCount, 1);
@@ -109,18 +125,27 @@ TEST(ApplicationExceptions, ReportedByKindAndTheProgramGoesOn)
     EXPECT_TRUE(r.detailText.isEmpty());
     EXPECT_FALSE(r.richText);
     EXPECT_EQ(QFileInfo(r.sourceFile).completeBaseName(), QStringLiteral("Kel_Application"));
+}
 
-    // The event counts as not handled; keys are guarded as well.
+TEST_F(ApplicationExceptions, ThrowingEventCountsAsNotHandled)
+{
     widget.fault = [] { throw QStringLiteral("disk full"); };
     QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     EXPECT_FALSE(QCoreApplication::sendEvent(&widget, &press));
-    boxes.clear();
-    QTest::keyClick(&widget, Qt::Key_A);
-    EXPECT_EQ(boxes.size(), 1);
     widget.fault = nullptr;
     EXPECT_TRUE(QCoreApplication::sendEvent(&widget, &press));
+}
 
-    // Other widgets keep working.
+TEST_F(ApplicationExceptions, KeyHandlersAreGuardedToo)
+{
+    widget.fault = [] { throw QStringLiteral("disk full"); };
+    QTest::keyClick(&widget, Qt::Key_A);
+    EXPECT_EQ(boxes.size(), 1);
+}
+
+TEST_F(ApplicationExceptions, OtherWidgetsKeepWorking)
+{
+    clickReports([] { throw 42; });
     QPushButton button(QStringLiteral("Go"));
     button.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&button));
@@ -128,5 +153,4 @@ TEST(ApplicationExceptions, ReportedByKindAndTheProgramGoesOn)
     QObject::connect(&button, &QPushButton::clicked, [&clicks] { ++clicks; });
     QTest::mouseClick(&button, Qt::LeftButton);
     EXPECT_EQ(clicks, 1);
-    Ost_UIDialog::setInterceptor(previous);
 }

@@ -22,7 +22,6 @@ TEST(FontManager, SettingsValuesWithZeroToFourParts)
     EXPECT_EQ(fontOf("Family").family(), QStringLiteral("Arial"));
     EXPECT_FALSE(fontOf("Family").resolve() & (QFont::SizeResolved | QFont::WeightResolved));
     EXPECT_EQ(fontOf("Sized"), QFont(QStringLiteral("Arial"), 12));
-    EXPECT_EQ(fontOf("Sized").weight(), QFont::Normal);
     EXPECT_EQ(fontOf("Weighted"), QFont(QStringLiteral("Courier"), 9, 75, false));
     EXPECT_EQ(fontOf("Extra"), QFont(QStringLiteral("Arial"), 12, 75, false)); // fourth part ignored
     EXPECT_EQ(fontOf("Garbled"), QFont(QStringLiteral("Arial"), 0, 0, false)); // unparsable numbers are 0

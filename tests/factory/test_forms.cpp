@@ -40,29 +40,42 @@ protected:
 
 } // namespace
 
-TEST_F(FormTest, FormPropertiesReachTheWidgetsAndOneConnectBindsThem)
+// The "Panel" form made in a window's layout, with the models it names published.
+class PanelForm : public FormTest
 {
-    Mve_SimpleValue<bool> muted(true, "FormDeck.Muted");
-    Mve_SimpleValue<bool> showMute(true, "Form.ShowMute");
-    Mve_SimpleValue<QString> state(QStringLiteral("cueing"), "Form.State");
-    Mve_SimpleValue<long> volume(42, "FormDeck.Volume");
-    Mve_SimpleValue<bool> nudgeEnabled(true, "Form.NudgeEnabled");
-    Mve_SimpleValue<bool> showPlay(true, "Form.ShowPlay");
-    int nudges = 0;
-    Mve_Action<void()> nudge([&nudges] { ++nudges; }, "FormDeck.Nudge");
-    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&muted, &showMute, &state, &volume, &nudgeEnabled,
-                                                                 &showPlay, &nudge})
-        m->Publish();
+protected:
+    void SetUp() override
+    {
+        FormTest::SetUp();
+        publishAll({&muted, &showMute, &state, &volume, &nudgeEnabled, &showPlay, &nudge});
+        windowLayout = new QVBoxLayout(&window);
+        DebugMessageCollector messages; // Qt reports the unknown class it falls back from
+        panel = Kel_CreateWidgetFromUILayout(QStringLiteral("Panel"), &window, "ignoredName", true);
+        ASSERT_NE(panel, nullptr);
+    }
 
+    Mve_SimpleValue<bool> muted{true, "FormDeck.Muted"};
+    Mve_SimpleValue<bool> showMute{true, "Form.ShowMute"};
+    Mve_SimpleValue<QString> state{QStringLiteral("cueing"), "Form.State"};
+    Mve_SimpleValue<long> volume{42, "FormDeck.Volume"};
+    Mve_SimpleValue<bool> nudgeEnabled{true, "Form.NudgeEnabled"};
+    Mve_SimpleValue<bool> showPlay{true, "Form.ShowPlay"};
+    int nudges = 0;
+    Mve_Action<void()> nudge{[this] { ++nudges; }, "FormDeck.Nudge"};
     QWidget window;
-    auto* windowLayout = new QVBoxLayout(&window);
-    DebugMessageCollector messages; // Qt reports the unknown class it falls back from
-    QWidget* panel = Kel_CreateWidgetFromUILayout(QStringLiteral("Panel"), &window, "ignoredName", true);
-    ASSERT_NE(panel, nullptr);
+    QVBoxLayout* windowLayout = nullptr;
+    QWidget* panel = nullptr;
+};
+
+TEST_F(PanelForm, TakesTheFormsNameAndItsPlaceInTheParentLayout)
+{
     EXPECT_EQ(panel->objectName(), QStringLiteral("panel"));
     EXPECT_EQ(windowLayout->indexOf(panel), 0);
+}
 
-    // Created unconnected, with the form's properties (<cstring>, <string>, <bool>, <number>).
+TEST_F(PanelForm, WidgetsAreMadeUnconnectedWithTheFormsProperties)
+{
+    // <cstring>, <string>, <bool> and <number> properties.
     auto* nudgeButton = child<Kel_ActionButton>(panel, "nudgeButton");
     ASSERT_NE(nudgeButton, nullptr);
     EXPECT_EQ(nudgeButton->text(), QStringLiteral("Nudge"));
@@ -73,20 +86,26 @@ TEST_F(FormTest, FormPropertiesReachTheWidgetsAndOneConnectBindsThem)
     ASSERT_NE(play, nullptr);
     EXPECT_EQ(play->sizeHint(), QSize(24, 16)); // its image, found under the resource path
     EXPECT_EQ(play->getContextMenuConnectionSpec(), QByteArray("Form.Menu"));
-    // Qt's own classes, and the base class of a custom widget nobody can make.
+}
+
+TEST_F(PanelForm, QtClassesStayAndUnknownCustomWidgetsFallBackToTheirBase)
+{
     EXPECT_STREQ(child<QWidget>(panel, "plainButton")->metaObject()->className(), "QPushButton");
     EXPECT_STREQ(child<QWidget>(panel, "unknownWidget")->metaObject()->className(), "QFrame");
+}
 
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Deck"), QStringLiteral("FormDeck"));
-    Kel_ConnectionUtils::recursiveConnect(&window, env);
+TEST_F(PanelForm, OneRecursiveConnectBindsEveryWidget)
+{
+    Kel_ConnectionUtils::recursiveConnect(&window, environmentWith(QStringLiteral("Deck"), QStringLiteral("FormDeck")));
     window.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
     EXPECT_TRUE(child<Kel_CheckBox>(panel, "muteBox")->isChecked());
     EXPECT_EQ(child<Kel_Label>(panel, "stateLabel")->text(), QStringLiteral("cueing"));
     EXPECT_EQ(child<Kel_LongLabel>(panel, "volumeLabel")->text(), QStringLiteral("42"));
+    auto* nudgeButton = child<Kel_ActionButton>(panel, "nudgeButton");
     EXPECT_TRUE(nudgeButton->isEnabled());
     QTest::mouseClick(nudgeButton, Qt::LeftButton);
+    auto* play = child<Kel_ImmediateActionButton>(panel, "playButton");
     QTest::mouseClick(play, Qt::LeftButton, Qt::NoModifier, QPoint(4, 4));
     EXPECT_EQ(nudges, 2);
     showPlay.setValue(false);

@@ -53,18 +53,14 @@ protected:
     void SetUp() override
     {
         KeymapTest::SetUp();
-        for (Mv_ModelBase* model :
-             std::initializer_list<Mv_ModelBase*>{&canSave, &save, &muted, &play, &text, &deckText, &changed})
-            model->Publish();
+        publishAll({&canSave, &save, &muted, &play, &text, &deckText, &changed});
         // Not in the window: only the keymap reaches its commands.
         bar.reset(new Kel_MenuBar(nullptr, "KeymapBar"));
         bar->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
         mgr->setMenuBar(bar.get());
         loadXml(QString::fromLatin1(kProbeKeymap));
 
-        auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-        env->set("Deck", "Keymap.Deck");
-        probe.reset(new KeyProbe(mgr.get(), env));
+        probe.reset(new KeyProbe(mgr.get(), environmentWith("Deck", "Keymap.Deck")));
         probe->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(probe.get()));
     }

@@ -95,15 +95,11 @@ TEST_F(PopupTest, OpeningAgainRebuildsFromTheModelsWithoutDuplicates)
         },
         &seen);
 
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Cut", "-", "Copy"}));
+    EXPECT_EQ(opened(popup), QStringList({"Cut", "-", "Copy"}));
     EXPECT_EQ(seen, items(popup));
-    close(popup);
     cutText.setValue("Cut clip");
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Cut clip", "-", "Copy"}));
+    EXPECT_EQ(opened(popup), QStringList({"Cut clip", "-", "Copy"}));
     EXPECT_EQ(popup->actions().size(), 3);
-    close(popup);
     // An empty model text falls back to the static text.
     cutText.setValue(QString());
     EXPECT_EQ(opened(popup), QStringList({"Cut", "-", "Copy"}));
@@ -152,10 +148,8 @@ TEST_F(PopupTest, ItemsAndMenusWhoseModelsCannotBeReachedAreHiddenOrDisabled)
           "<RadioItem><Text>Only</Text><ID>1</ID></RadioItem></RadioItemsSegment>"
           "</Menu>");
     Kel_PopupMenu* popup = menu->getPopupMenu();
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Shown", "Disabled(off)", "NoScript(off)", "MissingModel(off)",
-                                         "BadScript(off)", "Loose(off)", "Only(off)"}));
-    close(popup);
+    EXPECT_EQ(opened(popup), QStringList({"Shown", "Disabled(off)", "NoScript(off)", "MissingModel(off)",
+                                          "BadScript(off)", "Loose(off)", "Only(off)"}));
 
     // A menu whose visibility model is missing shows nothing; once the model
     // is there, its value decides.
@@ -180,10 +174,8 @@ TEST_F(PopupTest, ChoosingABooleanItemTogglesItsModel)
     Kel_PopupMenu* popup = menu->getPopupMenu();
     choose(popup, "Mute");
     EXPECT_TRUE(muted.getValue());
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"[x]Mute"}));
+    EXPECT_EQ(opened(popup), QStringList({"[x]Mute"}));
     EXPECT_EQ(popup->actions().at(0)->shortcut(), QKeySequence("Ctrl+M"));
-    close(popup);
     choose(popup, "Mute");
     EXPECT_FALSE(muted.getValue());
 
@@ -204,13 +196,11 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
     auto menu = menuFromXml("<Menu>" + list("Popup.Recent") + "</Menu>");
     Kel_PopupMenu* popup = menu->getPopupMenu();
 
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"intro.wav", "[x]outro.wav"}));
+    EXPECT_EQ(opened(popup), QStringList({"intro.wav", "[x]outro.wav"}));
     EXPECT_EQ(popup->actions().at(0)->shortcut(), QKeySequence("Ctrl+1"));
     EXPECT_FALSE(popup->actions().at(1)->icon().isNull());
     auto* segment = dynamic_cast<Mnu_ListSegment*>(menu->getMenu()->getSegmentAt(0));
     EXPECT_EQ(segment->getItemIdentifier(Mnu_MenuID(popup->actions().at(0))), "17");
-    close(popup);
     // Setting the same name again keeps the list connected.
     segment->setItemsConnectionName("Popup.Recent");
 
@@ -222,10 +212,8 @@ TEST_F(PopupTest, ListItemsComeFromTheArrayAndChoosingOneTogglesItsSelection)
 
     // Elements appear and disappear with the array.
     recent.array.setValue<QPixmap>(recent.add("new.wav", "19"), "icon", QPixmap(4, 4));
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"[x]intro.wav", "outro.wav", "new.wav"}));
+    EXPECT_EQ(opened(popup), QStringList({"[x]intro.wav", "outro.wav", "new.wav"}));
     EXPECT_FALSE(popup->actions().at(2)->icon().isNull());
-    close(popup);
     recent.array.clearRows();
     EXPECT_TRUE(opened(popup).isEmpty());
 }
@@ -246,10 +234,8 @@ TEST_F(PopupTest, ChoosingARadioListItemWritesItsIdentifier)
     segment->setItemsConnectionName("Popup.Speeds");
     segment->setSelectedItemConnectionName("Popup.Speed");
 
-    open(popup);
-    EXPECT_EQ(items(popup), QStringList({"Slow", "[x]Normal", "Fast"}));
+    EXPECT_EQ(opened(popup), QStringList({"Slow", "[x]Normal", "Fast"}));
     EXPECT_EQ(itemWithText(popup, "Fast")->shortcut(), QKeySequence("Ctrl+F"));
-    close(popup);
 
     choose(popup, "Fast");
     EXPECT_EQ(speed.getValue(), "2");

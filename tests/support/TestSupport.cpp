@@ -1,5 +1,7 @@
 #include "TestSupport.h"
 
+#include "Mv_ModelBase.h"
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QThread>
@@ -24,6 +26,19 @@ void DebugMessageCollector::handler(QtMsgType type, const QMessageLogContext& co
         return;
     sCurrent->mMessages.append(message);
     sCurrent->mRecords.append({type, QString::fromLatin1(context.category), message});
+}
+
+void publishAll(std::initializer_list<Mv_ModelBase*> models, Mv_ConnectionDict* dict)
+{
+    for (Mv_ModelBase* model : models)
+        model->Publish(dict);
+}
+
+Mv_ConnectionEnvironment::Ptr environmentWith(const QString& name, const QString& value)
+{
+    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
+    env->set(name, value);
+    return env;
 }
 
 QString testDataDir()

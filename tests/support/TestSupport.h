@@ -1,11 +1,16 @@
 #ifndef KEL_TEST_SUPPORT_H
 #define KEL_TEST_SUPPORT_H
 
+#include "Mv_ConnectionEnvironment.h"
+
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
 #include <functional>
+#include <initializer_list>
 #include <ostream>
+
+class Mv_ModelBase;
 
 // Collects the debug and warning messages written while it lives, so tests
 // can check the exact texts that parsers and services report.
@@ -55,6 +60,12 @@ inline void PrintTo(const QStringList& l, std::ostream* os)
 {
     *os << '[' << l.join(QStringLiteral(", ")).toStdString() << ']';
 }
+
+// Publishes each model in dict (null: the process-wide dictionary).
+void publishAll(std::initializer_list<Mv_ModelBase*> models, Mv_ConnectionDict* dict = nullptr);
+
+// A child of the blank environment with the one variable name set to value.
+Mv_ConnectionEnvironment::Ptr environmentWith(const QString& name, const QString& value);
 
 // The folder that holds the test fixtures (tests/data).
 QString testDataDir();

@@ -4,6 +4,7 @@
 
 #include "Kel_BridgeQWidget.h"
 #include "Kel_ContainerViewBase.h"
+#include "RecordingParent.h"
 #include "TestSupport.h"
 
 #include <QColor>
@@ -15,11 +16,6 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
-
-inline QString rectText(const QRect& r)
-{
-    return QStringLiteral("%1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
-}
 
 // A view that logs what reaches it ("press A 3,4") into a shared log and
 // takes or leaves events as told. Counts its destructions.
@@ -78,31 +74,6 @@ private:
         note(QStringLiteral("%1 %2 %3,%4").arg(QLatin1String(what), getName()).arg(p.x()).arg(p.y()));
         e->setAccepted(takes);
     }
-};
-
-// A parent that records what its children ask of it.
-class RecordingParent : public Kel_ViewContainerInterface
-{
-public:
-    void childSizeChanged(Kel_ViewInterface* child, QSize n, QSize o) override
-    {
-        log << QStringLiteral("size %1 %2x%3 from %4x%5").arg(child->getName()).arg(n.width()).arg(n.height())
-                   .arg(o.width()).arg(o.height());
-    }
-    void childInsertedRow(Kel_ViewInterface*, int, int) override {}
-    void childDeletedRow(Kel_ViewInterface*, int, int) override {}
-    void childInsertedColumn(Kel_ViewInterface* child) override { log << QStringLiteral("column ") + child->getName(); }
-    void childBitsChanged(Kel_ViewInterface* child, const QRect& rect, bool now) override
-    {
-        log << QStringLiteral("bits %1 %2%3").arg(child->getName(), rectText(rect), now ? " now" : "");
-    }
-    QWidget* getBridgeWidget() override { return nullptr; }
-    void overlayChildEditWidget(Kel_ViewInterface* child, QWidget*, int x, int y) override
-    {
-        log << QStringLiteral("overlay %1 %2,%3").arg(child->getName()).arg(x).arg(y);
-    }
-    void removeView(Kel_ViewInterface*) override {}
-    QStringList log;
 };
 
 // A container named "Panel" of the given size in a plain bridge named

@@ -120,9 +120,15 @@ TEST(BridgeQScrollArea, DragNearAnEdgeScrollsFasterAndFaster)
     EXPECT_EQ(tick(), QPoint(-1, -1));
 }
 
-TEST(BridgeQScrollArea, ScrollsRectanglesIntoSightAndTakesInputInContentCoordinates)
+// A content far taller and a little wider than the area.
+class TallContent : public ::testing::Test
 {
-    ScrollHost host(QSize(400, 2000));
+protected:
+    ScrollHost host{QSize(400, 2000)};
+};
+
+TEST_F(TallContent, EnsureRectVisibleScrollsOnlyAsFarAsNeeded)
+{
     host.area->ensureRectVisible(QRect(10, 10, 50, 20));
     EXPECT_EQ(host.visible().topLeft(), QPoint(0, 0));
 
@@ -139,17 +145,20 @@ TEST(BridgeQScrollArea, ScrollsRectanglesIntoSightAndTakesInputInContentCoordina
     // Right: the right edges line up, the last column of the rectangle one short.
     host.area->ensureRectVisible(QRect(300, 120, 50, 10));
     EXPECT_EQ(host.visible().right(), 348);
+}
 
+TEST_F(TallContent, MouseInputArrivesInContentCoordinates)
+{
     host.v()->setValue(300);
     host.h()->setValue(20);
-
     QTest::mousePress(host.area->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
     QTest::mouseRelease(host.area->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));
     EXPECT_EQ(host.input(), (QStringList{"press Content 30,310", "release Content 30,310"}));
     EXPECT_EQ(host.area->findUiName(QPoint(10, 10)), QStringLiteral("Scroller.Content"));
+}
 
-    // Focus given to the bridge lands on the content: keys reach the view,
-    // and the ones it leaves scroll the area.
+TEST_F(TallContent, FocusLandsOnTheContentAndKeysItLeavesScroll)
+{
     host.window.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&host.window));
     host.area->setFocus();
@@ -158,9 +167,11 @@ TEST(BridgeQScrollArea, ScrollsRectanglesIntoSightAndTakesInputInContentCoordina
     host.content->takesKeys = false;
     QTest::keyClick(host.window.windowHandle(), Qt::Key_Down);
     EXPECT_EQ(host.input(), (QStringList{"key Content a", "key Content "}));
-    EXPECT_GT(host.v()->value(), 300);
+    EXPECT_GT(host.v()->value(), 0);
+}
 
-    // An editor overlaid on a cell further down is scrolled into sight first.
+TEST_F(TallContent, OverlaidEditorIsScrolledIntoSightFirst)
+{
     QWidget editor(host.area);
     editor.resize(50, 20);
     host.area->overlayChildEditWidget(host.content, &editor, 100, 1500);

@@ -102,19 +102,28 @@ TEST(ContainerView, RequestsTravelUpTranslated)
     EXPECT_EQ(root.log, QStringList{"bits Outer 105,1020 10x10 now"});
 }
 
-TEST(ContainerView, DottedNamesAndToolTips)
+// "Panel" (300 x 200) holding "Row" at 10,50 (200 x 20), which holds
+// "Button" at 100,0 (20 x 20) with the tool tip "Press me".
+class NestedPanel : public ::testing::Test
 {
+protected:
+    NestedPanel()
+    {
+        panel.setName(QStringLiteral("Panel"));
+        panel.setSize(QSize(300, 200));
+        row->setName(QStringLiteral("Row"));
+        row->setRectInParent(QRect(10, 50, 200, 20));
+        panel.AddSubView(row);
+        auto* button = new ProbeView(QStringLiteral("Button"), QRect(100, 0, 20, 20));
+        button->tip = QStringLiteral("Press me");
+        row->AddSubView(button);
+    }
     Kel_ContainerViewBase panel;
-    panel.setName(QStringLiteral("Panel"));
-    panel.setSize(QSize(300, 200));
-    auto* row = new Kel_ContainerViewBase;
-    row->setName(QStringLiteral("Row"));
-    row->setRectInParent(QRect(10, 50, 200, 20));
-    panel.AddSubView(row);
-    auto* button = new ProbeView(QStringLiteral("Button"), QRect(100, 0, 20, 20));
-    button->tip = QStringLiteral("Press me");
-    row->AddSubView(button);
+    Kel_ContainerViewBase* row = new Kel_ContainerViewBase; // owned by panel
+};
 
+TEST_F(NestedPanel, FindItemAnswersTheCentreOfADottedName)
+{
     QPoint where;
     EXPECT_TRUE(panel.findItem(QStringLiteral("Panel.Row"), &where));
     EXPECT_EQ(where, QPoint(10, 50) + QRect(0, 0, 200, 20).center());
@@ -122,19 +131,27 @@ TEST(ContainerView, DottedNamesAndToolTips)
     EXPECT_EQ(where, QPoint(110, 50) + QRect(0, 0, 20, 20).center());
     EXPECT_FALSE(panel.findItem(QStringLiteral("Other.Row"), &where));
     EXPECT_FALSE(panel.findItem(QStringLiteral("Panel.Missing"), &where));
+}
 
+TEST_F(NestedPanel, FindUiNameNamesTheDeepestViewAtAPoint)
+{
     EXPECT_EQ(panel.findUiName(QPoint(115, 55)), QStringLiteral("Panel.Row.Button"));
     EXPECT_EQ(panel.findUiName(QPoint(20, 55)), QStringLiteral("Panel.Row"));
     EXPECT_EQ(panel.findUiName(QPoint(5, 5)), QStringLiteral("Panel"));
+}
 
+TEST_F(NestedPanel, ToolTipComesFromTheViewUnderThePointInPanelCoordinates)
+{
     QRect rect;
     QString text;
     EXPECT_TRUE(panel.getToolTip(QPoint(115, 55), &rect, &text));
     EXPECT_EQ(text, QStringLiteral("Press me"));
     EXPECT_EQ(rect, QRect(110, 50, 20, 20));
     EXPECT_FALSE(panel.getToolTip(QPoint(20, 55), &rect, &text));
+}
 
-    // A copy owns copies of the sub-views, in z-order and then adding order.
+TEST_F(NestedPanel, CopyOwnsCopiesOfTheSubViewsInZOrderThenAddingOrder)
+{
     row->AddSubView(new ProbeView(QStringLiteral("Low"), QRect(105, 5, 10, 10), -1));
     row->AddSubView(new ProbeView(QStringLiteral("Top"), QRect(105, 5, 10, 10)));
     std::unique_ptr<Kel_ViewInterface> copy(row->clone());

@@ -59,7 +59,6 @@ TEST(HStackView, LaysOutByIndexAndFollowsItsCells)
     stack.removeViewAt(0);
     EXPECT_EQ(layout(stack), (QStringList{"C 0,0 30x10", "B 30,0 20x15"}));
     EXPECT_EQ(stack.getSubViews().size(), 2u);
-
 }
 
 TEST(HStackView, MovesCellsAndKeepsProxiesOutOfTheIndexes)

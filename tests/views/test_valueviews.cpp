@@ -52,9 +52,7 @@ TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
 
     view.SetConnectionID(QStringLiteral("$Deck.State"));
     view.SetColorConn(QStringLiteral("$Deck.StateColor"));
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Deck"), QStringLiteral("ValueViews"));
-    view.makeConnections(env);
+    view.makeConnections(environmentWith(QStringLiteral("Deck"), QStringLiteral("ValueViews")));
     EXPECT_EQ(view.getText(), QStringLiteral("stopped"));
     EXPECT_FALSE(view.getTextColor().isValid()); // its model is not published yet
 
@@ -71,64 +69,80 @@ TEST(ValueViews, StringViewFollowsItsTextAndColourModels)
     EXPECT_EQ(draw(view).at(0).color, QColor(Qt::blue));
 }
 
-TEST(ValueViews, OneRowViewDrawsEveryRow)
+// Two clips, a current-row index, and a one row view of name, duration and
+// selection copied from a prototype and connected with $Row at the index.
+class OneRowView : public ::testing::Test
 {
-    Mve_RecordArray clips("ValueViews.Clips");
-    clips.addField<QString>("name");
-    clips.addField<long>("duration");
-    clips.addField<bool>("selected", false);
-    clips.Publish();
-    clips.appendRow();
-    clips.setValue<QString>(0, "name", "Intro");
-    clips.setValue<long>(0, "duration", 12);
-    clips.setValue<bool>(0, "selected", true);
-    clips.appendRow();
-    clips.setValue<QString>(1, "name", "A clip whose name is far too long for its column");
-    clips.setValue<long>(1, "duration", -3);
-    Mve_Index<long> current(0, "ValueViews.CurrentRow");
-    current.Publish();
+protected:
+    OneRowView() : clips("ValueViews.Clips"), current(0, "ValueViews.CurrentRow")
+    {
+        clips.addField<QString>("name");
+        clips.addField<long>("duration");
+        clips.addField<bool>("selected", false);
+        clips.Publish();
+        clips.appendRow();
+        clips.setValue<QString>(0, "name", "Intro");
+        clips.setValue<long>(0, "duration", 12);
+        clips.setValue<bool>(0, "selected", true);
+        clips.appendRow();
+        clips.setValue<QString>(1, "name", "A clip whose name is far too long for its column");
+        clips.setValue<long>(1, "duration", -3);
+        current.Publish();
 
+        auto* name = new Kel_TextView;
+        name->SetNameConnection(QStringLiteral("ValueViews.Clips.name[$Row]"));
+        name->setSize(QSize(60, 20));
+        prototype.AddSubView(name);
+        auto* duration = new Kel_LongIntView;
+        duration->setConnectionName(QStringLiteral("ValueViews.Clips.duration[$Row]"));
+        duration->setSize(QSize(40, 20));
+        prototype.AddSubView(duration);
+        auto* selected = new Kel_BoolTextView;
+        selected->setConnectionName(QStringLiteral("ValueViews.Clips.selected[$Row]"));
+        selected->setTrueText(QStringLiteral("selected"));
+        selected->setFalseText(QStringLiteral("-"));
+        selected->setSize(QSize(80, 20));
+        prototype.AddSubView(selected);
+        row.reset(prototype.clone());
+        row->makeConnections(environmentWith(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow")));
+    }
+
+    Mve_RecordArray clips;
+    Mve_Index<long> current;
     Kel_HStackView prototype;
-    auto* name = new Kel_TextView;
-    name->SetNameConnection(QStringLiteral("ValueViews.Clips.name[$Row]"));
-    name->setSize(QSize(60, 20));
-    prototype.AddSubView(name);
-    auto* duration = new Kel_LongIntView;
-    duration->setConnectionName(QStringLiteral("ValueViews.Clips.duration[$Row]"));
-    duration->setSize(QSize(40, 20));
-    prototype.AddSubView(duration);
-    auto* selected = new Kel_BoolTextView;
-    selected->setConnectionName(QStringLiteral("ValueViews.Clips.selected[$Row]"));
-    selected->setTrueText(QStringLiteral("selected"));
-    selected->setFalseText(QStringLiteral("-"));
-    selected->setSize(QSize(80, 20));
-    prototype.AddSubView(selected);
+    std::unique_ptr<Kel_ViewInterface> row;
+};
 
-    // A copy carries the connection names, unconnected; connected, it follows $Row.
-    std::unique_ptr<Kel_ViewInterface> row(prototype.clone());
-    EXPECT_TRUE(draw(*row).empty());
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set(QStringLiteral("Row"), QStringLiteral("ValueViews.CurrentRow"));
-    row->makeConnections(env);
+TEST_F(OneRowView, CopyIsUnconnectedUntilConnected)
+{
+    EXPECT_TRUE(draw(*std::unique_ptr<Kel_ViewInterface>(prototype.clone())).empty());
+    EXPECT_EQ(texts(draw(*row)), (QStringList{"Intro", "12", "selected"}));
+}
 
-    // Texts are drawn in the list font.
+TEST_F(OneRowView, TextsUseTheListFontInTheirOwnCells)
+{
     const QString fontKey = QString::fromLatin1(Kel_ValueViewBase::kListFontKey);
     QFont listFont = QApplication::font();
     listFont.setPointSize(7);
     Kel_FontManager::setFont(fontKey, listFont);
-    const auto first = draw(*row);
+    const auto drawn = draw(*row);
     Kel_FontManager::setFont(fontKey, QApplication::font()); // the table cannot forget a key
-    ASSERT_EQ(texts(first), (QStringList{"Intro", "12", "selected"}));
-    EXPECT_EQ(first[1].font.pointSize(), 7);
-    EXPECT_GT(first[1].position.x(), 60);  // right-aligned in the duration cell
-    EXPECT_GE(first[2].position.x(), 102); // translated into the third cell
+    ASSERT_EQ(drawn.size(), 3u);
+    EXPECT_EQ(drawn[1].font.pointSize(), 7);
+    EXPECT_GT(drawn[1].position.x(), 60);  // right-aligned in the duration cell
+    EXPECT_GE(drawn[2].position.x(), 102); // translated into the third cell
+}
 
+TEST_F(OneRowView, FollowsTheRowIndexAndElidesLongTexts)
+{
     current.setValue(1);
-    const auto second = draw(*row);
-    ASSERT_EQ(texts(second).mid(1), (QStringList{"-3", "-"}));
-    EXPECT_TRUE(second[0].text.endsWith(QChar(0x2026))) << second[0].text.toStdString();
+    const auto drawn = draw(*row);
+    ASSERT_EQ(texts(drawn).mid(1), (QStringList{"-3", "-"}));
+    EXPECT_TRUE(drawn[0].text.endsWith(QChar(0x2026))) << drawn[0].text.toStdString();
+}
 
-    // Gone model: nothing to show, not the texts of a false value.
+TEST_F(OneRowView, GoneModelDrawsNothingRatherThanFalseTexts)
+{
     clips.UnPublish();
     EXPECT_TRUE(draw(*row).empty());
 }

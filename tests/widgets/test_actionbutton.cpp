@@ -72,15 +72,18 @@ TEST_F(ActionButtonTest, ClicksAndReturnRunTheScriptThenAnnounceIt)
     EXPECT_EQ(runsSeenAfterClick, (std::vector<size_t>{1, 2, 3, 4}));
 }
 
-TEST_F(ActionButtonTest, BrokenScriptsMissingModelsAndTheEnabledStateModelDecideWhatRuns)
+TEST_F(ActionButtonTest, BrokenScriptRunsNothingButTheClickIsStillAnnounced)
 {
     QSignalSpy afterClick(button, &Kel_ActionButton::afterClickAction);
     button->SetActionScript("Button.Count(");
     connect();
     QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_TRUE(runs.empty());
+    EXPECT_EQ(afterClick.count(), 1);
+}
 
-    // A script whose model is missing greys the button out and waits for the
-    // model: once it is published the button is enabled and runs it.
+TEST_F(ActionButtonTest, MissingModelGreysTheButtonOutUntilItIsPublished)
+{
     button->SetActionScript("Button.Missing(); Button.Count()");
     connect();
     EXPECT_FALSE(button->isEnabled());
@@ -90,33 +93,45 @@ TEST_F(ActionButtonTest, BrokenScriptsMissingModelsAndTheEnabledStateModelDecide
     EXPECT_TRUE(button->isEnabled());
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(runs.size(), 1u);
-    button->SetActionScript("Button.Count(); Button.Missing()");
-    connect();
-    QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 2u);
-    EXPECT_EQ(afterClick.count(), 3);
+}
 
-    // A disabled button runs nothing; enabled, it does.
-    Mve_SimpleValue<bool> enabled(false, "Button.Enabled");
-    enabled.Publish();
-    button->setProperty("enabledStateConnection", QByteArray("Button.Enabled"));
-    connect();
+// The button bound to the published enabled-state model "Button.Enabled".
+class EnabledStateTest : public ActionButtonTest
+{
+protected:
+    void SetUp() override
+    {
+        ActionButtonTest::SetUp();
+        enabled.Publish();
+        button->setProperty("enabledStateConnection", QByteArray("Button.Enabled"));
+        connect();
+    }
+    Mve_SimpleValue<bool> enabled{true, "Button.Enabled"};
+};
+
+TEST_F(EnabledStateTest, DisabledByTheModelTheButtonRunsNothing)
+{
+    enabled.setValue(false);
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 2u);
+    EXPECT_TRUE(runs.empty());
     enabled.setValue(true);
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 3u);
+    EXPECT_EQ(runs.size(), 1u);
+}
 
-    // So does an action of the script that says it is disabled, whatever the model says.
+TEST_F(EnabledStateTest, DisabledActionOfTheScriptWinsOverTheModel)
+{
     count.setEnabled(false);
     EXPECT_FALSE(button->isEnabled());
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 3u);
+    EXPECT_TRUE(runs.empty());
     count.setEnabled(true);
     QTest::mouseClick(button, Qt::LeftButton);
-    EXPECT_EQ(runs.size(), 4u);
+    EXPECT_EQ(runs.size(), 1u);
+}
 
-    // Without its model the button falls back to the default.
+TEST_F(EnabledStateTest, WithoutItsModelTheButtonTakesTheDefault)
+{
     button->SetDefaultEnabledState(false);
     EXPECT_TRUE(button->isEnabled());
     enabled.UnPublish();

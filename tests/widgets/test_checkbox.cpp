@@ -3,6 +3,7 @@
 #include "Kel_ConnectionUtils.h"
 #include "Kel_FontManager.h"
 #include "Mve_SimpleValue.h"
+#include "TestSupport.h"
 
 #include <QTest>
 #include <QVBoxLayout>
@@ -25,9 +26,7 @@ protected:
     }
     void connect(const QString& deck = QString())
     {
-        auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-        env->set(QStringLiteral("Deck"), deck);
-        Kel_ConnectionUtils::recursiveConnect(&window, env);
+        Kel_ConnectionUtils::recursiveConnect(&window, environmentWith(QStringLiteral("Deck"), deck));
     }
     // Clicks the indicator, where a user would.
     void click() { QTest::mouseClick(box, Qt::LeftButton, Qt::NoModifier, QPoint(6, box->height() / 2)); }
@@ -102,8 +101,7 @@ TEST_F(CheckBoxTest, VisibleEnabledAndFontModels)
     Mve_SimpleValue<bool> muted(true, "CheckBox.VisMuted");
     Mve_SimpleValue<bool> shown(false, "CheckBox.Shown");
     Mve_SimpleValue<bool> enabled(false, "CheckBox.Enabled");
-    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&muted, &shown, &enabled})
-        m->Publish();
+    publishAll({&muted, &shown, &enabled});
     box->setCheckedStateConnectionSpec("CheckBox.VisMuted");
     box->setVisibleStateConnectionSpec("CheckBox.Shown");
     box->setEnabledStateConnectionSpec("CheckBox.Enabled");

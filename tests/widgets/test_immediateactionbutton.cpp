@@ -62,7 +62,7 @@ protected:
 
 } // namespace
 
-TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseInsideWhenItCanRun)
+TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceAndReleaseDoesNot)
 {
     connect();
     press();
@@ -71,37 +71,45 @@ TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseI
     EXPECT_EQ(runs.size(), 1u);
     // Without an enabled model nothing brings the state back from tracking.
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kTrackingState);
+}
 
+TEST_F(ImmediateButtonTest, WithActionDelayOnlyAReleaseInsideRunsTheScript)
+{
     button->setProperty("actionDelay", true);
     button->setEnabledStateConnSpec("Immediate.Enabled");
     connect();
     press();
-    EXPECT_EQ(runs.size(), 1u);
+    EXPECT_TRUE(runs.empty());
     release();
-    EXPECT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs.size(), 1u);
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
     press();
     QEvent leave(QEvent::Leave); // dragged out of the button: the tracking image goes
     QApplication::sendEvent(button, &leave);
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
     release(QPoint(button->width() + 5, 4));
-    EXPECT_EQ(runs.size(), 2u);
+    EXPECT_EQ(runs.size(), 1u);
+}
 
-    // A script that cannot run greys the button out, with or without an
-    // enabled model: a model it names is missing, or an action says it is disabled.
-    button->setActionDelay(false);
+TEST_F(ImmediateButtonTest, MissingModelOfTheScriptGreysTheButtonOutUntilPublished)
+{
+    button->setEnabledStateConnSpec("Immediate.Enabled");
     button->setActionScript("Immediate.Later(); Immediate.Count()");
     connect();
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kDisabledState);
     press();
     release();
+    EXPECT_TRUE(runs.empty());
     Mve_Action<void()> later([] {}, "Immediate.Later");
-    later.Publish(); // published late: the button comes back and runs it
+    later.Publish();
     EXPECT_EQ(button->getVisualState(), Kel_ImmediateActionButton::kNormalState);
     press();
     release();
-    EXPECT_EQ(runs.size(), 3u);
-    button->setEnabledStateConnSpec(QByteArray());
+    EXPECT_EQ(runs.size(), 1u);
+}
+
+TEST_F(ImmediateButtonTest, DisabledActionGreysTheButtonOutWithoutAnEnabledModel)
+{
     connect();
     count.setEnabled(false);
     EXPECT_FALSE(button->isEnabled());
@@ -109,7 +117,7 @@ TEST_F(ImmediateButtonTest, PressRunsTheScriptAtOnceOrWithActionDelayOnAReleaseI
     count.setEnabled(true);
     EXPECT_TRUE(button->isEnabled());
     press();
-    EXPECT_EQ(runs.size(), 4u);
+    EXPECT_EQ(runs.size(), 1u);
 }
 
 TEST_F(ImmediateButtonTest, RightClickGoesToTheContextMenuModelWhenOneIsNamed)

@@ -7,6 +7,7 @@
 #include "Mve_Index.h"
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
+#include "TestSupport.h"
 
 #include <QContextMenuEvent>
 #include <QTest>
@@ -41,8 +42,7 @@ TEST_F(LabelTest, TextsToolTipAndFontFollowTheirModels)
     Mve_SimpleValue<QString> state(QStringLiteral("stopped"), "Label.State");
     Mve_SimpleValue<QString> tip(QStringLiteral("Transport state"), "Label.Tip");
     Mve_SimpleValue<long> volume(60, "Label.Volume");
-    for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{&state, &tip, &volume})
-        m->Publish();
+    publishAll({&state, &tip, &volume});
     label->setProperty("textConnection", QByteArray("Label.State"));
     label->setProperty("toolTipConnection", QByteArray("Label.Tip"));
     longLabel->setProperty("connectionName", QByteArray("Label.Volume"));
@@ -114,10 +114,8 @@ TEST_F(LabelTest, RowLabelFollowsItsIndexModelAndTheRowsOfItsArray)
         clips.setValue<QString>(clips.appendRow(), "name", QString::fromLatin1(name));
     Mve_Index<long> row(0, "ClipList::currentRow");
     row.Publish();
-    auto env = Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment());
-    env->set("Row", "ClipList::currentRow");
     label->setTextConnectionSpec("Clips.name[$Row]");
-    Kel_ConnectionUtils::recursiveConnect(&window, env);
+    Kel_ConnectionUtils::recursiveConnect(&window, environmentWith("Row", "ClipList::currentRow"));
     EXPECT_EQ(label->text(), QStringLiteral("Intro"));
 
     row.setValue(2);
