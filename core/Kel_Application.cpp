@@ -43,15 +43,11 @@ Kel_Application::Kel_Application(int& argc, char** argv)
 {
     mExeName = Ost_DirPaths::GetApplicationExeName();
     Kel_Initialize(Ost_DirPaths::GetProductName().toLatin1().constData());
-    mAppTranslator = new QTranslator();
-    mQtTranslator = new QTranslator();
+    mAppTranslator = std::make_unique<QTranslator>();
+    mQtTranslator = std::make_unique<QTranslator>();
 }
 
-Kel_Application::~Kel_Application()
-{
-    delete mQtTranslator;
-    delete mAppTranslator;
-}
+Kel_Application::~Kel_Application() = default;
 
 bool Kel_Application::notify(QObject* receiver, QEvent* event)
 {
@@ -100,9 +96,9 @@ bool Kel_Application::initTranslations(const QString& dir, const QString& fallba
     }
 
     mQtTranslator->load(QStringLiteral("qt_") + locale, chosenDir);
-    installOnce(mQtTranslator);
+    installOnce(mQtTranslator.get());
     const bool appLoaded = mAppTranslator->load(QStringLiteral("quor_") + locale, chosenDir);
-    installOnce(mAppTranslator);
+    installOnce(mAppTranslator.get());
     if (appLoaded)
         return true;
 

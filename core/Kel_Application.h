@@ -5,8 +5,9 @@
 
 #include <QApplication>
 #include <QString>
+#include <QTranslator>
+#include <memory>
 
-class QTranslator;
 class QWidget;
 
 // The application object for hosts of the library: initialises the library,
@@ -43,10 +44,10 @@ public:
     static QWidget* findMainWidget(QWidget* widget);
 
 private:
-    QTranslator* mQtTranslator;
-    QTranslator* mAppTranslator;
+    std::unique_ptr<QTranslator> mQtTranslator;
+    std::unique_ptr<QTranslator> mAppTranslator;
     QString mExeName;
-    QWidget* mMainWidget;
+    QWidget* mMainWidget; // not owned: the application's main window
 };
 
 #endif

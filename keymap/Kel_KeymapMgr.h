@@ -141,6 +141,8 @@ private:
     void notifyKeymapsChangedTask();
 
     std::unique_ptr<Mvt_Action<void()>::Listener> mKeymapsChangedListenerP;
+    // Made when a notification is due; the scheduler owns and deletes it once
+    // it has run, this manager when it goes first.
     TaskSchedulerTask* mNotifyTaskP;
     bool mNotifyPending;
     QString mKeyMapsDirPath;

@@ -90,9 +90,9 @@ public:
     void dumpManagerInformation(const QString& prefix) const;
 
 protected:
-    Mnu_Menu* mMenuP;
+    Mnu_Menu* mMenuP;                    // owned: replaced by setMenu, deleted with the manager
     bool mInstantiated;
-    Mnu_SubmenuSegment* mParentSegmentP;
+    Mnu_SubmenuSegment* mParentSegmentP; // not owned: the segment owns this manager
 };
 
 #endif

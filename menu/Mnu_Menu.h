@@ -112,8 +112,8 @@ private:
     void handleVisibleConnectionChanged();
 
 
-    Mnu_Manager* mManagerP;
-    std::vector<Mnu_Segment*> mSegments;
+    Mnu_Manager* mManagerP;             // not owned: the manager owns this menu
+    std::vector<Mnu_Segment*> mSegments; // owned: deleted with the menu (removeSegment hands one back)
     // The segment that made an item, and when it was handed out.
     struct IDEntry
     {

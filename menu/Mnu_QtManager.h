@@ -118,7 +118,7 @@ private:
 
     QPointer<Kel_PopupMenu> mPopupMenuP;
     bool mOwnsPopupMenu;
-    Mnu_QtMenuBarManager* mMenuBarManagerP;
+    Mnu_QtMenuBarManager* mMenuBarManagerP; // not owned: the bar's manager owns this one
     QList<QAction*> mItemIDs;
     // The same actions, for constant-time identifier lookups: a segment
     // sets up each of its items right after making it, so a linear search

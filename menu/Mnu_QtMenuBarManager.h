@@ -90,7 +90,7 @@ private:
     Mnu_Segment* findSegmentByAccelerator(Mnu_Menu* menu, const QKeySequence& sequence, int depth);
 
     QPointer<Kel_MenuBar> mMenuBarP;
-    QList<Mnu_QtManager*> mManagers;
+    QList<Mnu_QtManager*> mManagers; // owned: deleted when replaced and with the bar manager
     QList<QPointer<QAction>> mItemIDs;
     std::unique_ptr<Mnu_QtMenuBarEventFilter> mEventFilterP;
 };

@@ -31,7 +31,7 @@ protected:
     bool parseSubElement(QDomElement* element) override;
 
 private:
-    Mnu_Manager* mSubmenuManagerP;
+    Mnu_Manager* mSubmenuManagerP; // owned: replaced and deleted by setSubmenuManager, deleted with the segment
 };
 
 #endif

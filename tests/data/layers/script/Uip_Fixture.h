@@ -1,0 +1,2 @@
+// A script header.
+#include "Kel_Fixture.h"
