@@ -197,19 +197,10 @@ set(KELCORE_FACTORY_HEADERS
   Kel_UIFileFactoryEntry.h
 )
 
-set(KELCORE_FOLDERS core binding poi script views menu keymap widgets factory)
-set(_sources)
-set(_headers)
-set(_private_dirs)
-foreach(dir IN LISTS KELCORE_FOLDERS)
-  string(TOUPPER ${dir} _DIR)
-  foreach(kind SOURCES HEADERS PRIVATE_HEADERS)
-    list(TRANSFORM KELCORE_${_DIR}_${kind} PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${dir}/)
-  endforeach()
-  list(APPEND _sources ${KELCORE_${_DIR}_SOURCES} ${KELCORE_${_DIR}_HEADERS} ${KELCORE_${_DIR}_PRIVATE_HEADERS})
-  list(APPEND _headers ${KELCORE_${_DIR}_HEADERS})
-  list(APPEND _private_dirs ${CMAKE_CURRENT_SOURCE_DIR}/${dir})
-endforeach()
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+set(_sources ${KELCORE_ALL_SOURCES})
+set(_headers ${KELCORE_PUBLIC_HEADERS})
+set(_private_dirs ${KELCORE_FOLDER_DIRS})
 
 # The version the library reports is the project's.
 configure_file(${CMAKE_CURRENT_SOURCE_DIR}/core/Kel_Version.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/Kel_Version.cpp @ONLY)

@@ -33,3 +33,23 @@ function(kel_public_header_folder folder)
     file(CREATE_LINK ${header} ${folder}/${_name} COPY_ON_ERROR SYMBOLIC)
   endforeach()
 endfunction()
+
+# Gathers the files a library lists per folder: for each folder name in
+# ARGN, the variables <prefix>_<FOLDER>_SOURCES, _HEADERS and
+# _PRIVATE_HEADERS (file names within the folder). Sets, in the caller,
+# <prefix>_ALL_SOURCES (everything to compile, headers included),
+# <prefix>_PUBLIC_HEADERS and <prefix>_FOLDER_DIRS (absolute paths).
+macro(kel_collect_folders prefix)
+  set(${prefix}_ALL_SOURCES)
+  set(${prefix}_PUBLIC_HEADERS)
+  set(${prefix}_FOLDER_DIRS)
+  foreach(_folder ${ARGN})
+    string(TOUPPER ${_folder} _FOLDER)
+    foreach(_kind SOURCES HEADERS PRIVATE_HEADERS)
+      list(TRANSFORM ${prefix}_${_FOLDER}_${_kind} PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/${_folder}/)
+      list(APPEND ${prefix}_ALL_SOURCES ${${prefix}_${_FOLDER}_${_kind}})
+    endforeach()
+    list(APPEND ${prefix}_PUBLIC_HEADERS ${${prefix}_${_FOLDER}_HEADERS})
+    list(APPEND ${prefix}_FOLDER_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/${_folder})
+  endforeach()
+endmacro()
