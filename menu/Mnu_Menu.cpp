@@ -36,7 +36,7 @@ const Mv_MessageDispatcher<Mnu_Menu>& visibilityDispatcher()
 
 } // namespace
 
-Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mNextOrder(0), mVisible(false)
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mForgottenIDs(0), mVisible(false)
 {
     mTitle.onMessage([this](const Mv_MessageInterface& m) {
         if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
@@ -120,8 +120,7 @@ void Mnu_Menu::clearSegments()
 {
     std::vector<Mnu_Segment*> segments;
     segments.swap(mSegments);
-    mIDs.clear();
-    mSegmentMap.clear();
+    clearIDs();
     mItemNames.clear();
     for (Mnu_Segment* segment : segments)
         delete segment;
@@ -156,8 +155,7 @@ bool Mnu_Menu::instantiate()
     // Visibility first: a hidden menu builds nothing (its title is still
     // brought up to date).
     const bool visible = refreshTitleAndVisibility();
-    mIDs.clear();
-    mSegmentMap.clear();
+    clearIDs();
     mItemNames.clear();
     if (!visible || !mManagerP)
         return false;
@@ -168,7 +166,7 @@ bool Mnu_Menu::instantiate()
         Mnu_Segment* segment = mSegments[i];
         if (segment->isSeparator()) {
             const bool isLast = i + 1 == mSegments.size();
-            if (mIDs.empty() || lastWasSeparator || isLast)
+            if (mSegmentMap.empty() || lastWasSeparator || isLast)
                 continue;
         }
         if (segment->instantiate(mManagerP) > 0)
@@ -177,34 +175,65 @@ bool Mnu_Menu::instantiate()
         // around an empty list collapse into one.
     }
     // The last items made were a separator: the segments after it made none.
-    if (lastWasSeparator && !mIDs.empty()) {
-        const Mnu_MenuID last = mIDs.rbegin()->second;
-        mManagerP->removeItem(last);
-        forgetID(last);
+    if (lastWasSeparator && !mSegmentMap.empty()) {
+        auto last = mIDs.rbegin();
+        while (!last->IsValid())
+            ++last;
+        const Mnu_MenuID id = *last;
+        mManagerP->removeItem(id);
+        forgetID(id);
     }
     return true;
 }
 
 void Mnu_Menu::setIDAssignedToSegment(Mnu_Segment* segment, Mnu_MenuID id)
 {
-    const quint64 order = mNextOrder++;
     const auto known = mSegmentMap.find(id);
     if (known != mSegmentMap.end()) {
         // Handed out again: it moves to the end.
-        mIDs.erase(known->second.mOrder);
-        known->second = IDEntry{segment, order};
+        mIDs[known->second.mIndex] = Mnu_MenuID();
+        ++mForgottenIDs;
+        known->second = IDEntry{segment, mIDs.size()};
     } else {
-        mSegmentMap.emplace(id, IDEntry{segment, order});
+        mSegmentMap.emplace_hint(known, id, IDEntry{segment, mIDs.size()});
     }
-    mIDs.emplace_hint(mIDs.end(), order, id);
+    mIDs.push_back(id);
+    compactIDs();
+}
+
+void Mnu_Menu::clearIDs()
+{
+    mIDs.clear();
+    mSegmentMap.clear();
+    mForgottenIDs = 0;
+}
+
+// Once at least half the list is gone, so that each identifier is moved a
+// constant number of times on average.
+void Mnu_Menu::compactIDs()
+{
+    if (mForgottenIDs < 32 || mForgottenIDs * 2 < mIDs.size())
+        return;
+    std::vector<Mnu_MenuID> kept;
+    kept.reserve(mIDs.size() - mForgottenIDs);
+    for (const Mnu_MenuID& id : mIDs) {
+        if (!id.IsValid())
+            continue;
+        mSegmentMap[id].mIndex = kept.size();
+        kept.push_back(id);
+    }
+    mIDs.swap(kept);
+    mForgottenIDs = 0;
 }
 
 std::vector<Mnu_MenuID> Mnu_Menu::getIDs() const
 {
     std::vector<Mnu_MenuID> ids;
-    ids.reserve(mIDs.size());
-    for (const auto& entry : mIDs)
-        ids.push_back(entry.second);
+    ids.reserve(mSegmentMap.size());
+    for (const Mnu_MenuID& id : mIDs) {
+        if (id.IsValid())
+            ids.push_back(id);
+    }
     return ids;
 }
 
@@ -219,10 +248,12 @@ void Mnu_Menu::setItemEnabled(Mnu_Segment* segment, bool enabled)
 {
     if (!mManagerP)
         return;
-    for (const auto& entry : mIDs) {
-        auto it = mSegmentMap.find(entry.second);
+    for (const Mnu_MenuID& id : mIDs) {
+        if (!id.IsValid())
+            continue;
+        auto it = mSegmentMap.find(id);
         if (it != mSegmentMap.end() && it->second.mSegmentP == segment)
-            mManagerP->setItemEnabled(entry.second, enabled);
+            mManagerP->setItemEnabled(id, enabled);
     }
 }
 
@@ -242,8 +273,10 @@ void Mnu_Menu::forgetID(Mnu_MenuID id)
 {
     const auto it = mSegmentMap.find(id);
     if (it != mSegmentMap.end()) {
-        mIDs.erase(it->second.mOrder);
+        mIDs[it->second.mIndex] = Mnu_MenuID();
+        ++mForgottenIDs;
         mSegmentMap.erase(it);
+        compactIDs();
     }
     mItemNames.remove(id);
 }
@@ -293,8 +326,7 @@ bool Mnu_Menu::tstFindItemByPath(const QString& path, int depth, Mnu_Segment** s
     const QStringList parts = path.split(QLatin1Char('.'), Qt::SkipEmptyParts);
     if (depth < 0 || depth >= parts.size())
         return false;
-    for (const auto& entry : mIDs) {
-        const Mnu_MenuID item = entry.second;
+    for (const Mnu_MenuID& item : getIDs()) {
         if (mItemNames.value(item) != parts.at(depth))
             continue;
         Mnu_Segment* found = getSegmentForID(item);
@@ -327,9 +359,10 @@ void Mnu_Menu::dump(const QString& prefix) const
     qCDebug(lcKelMenu, "%s   segments:  (%ld) (Mnu_Segment *)", qPrintable(prefix), long(mSegments.size()));
     for (const Mnu_Segment* segment : mSegments)
         segment->dump(nested);
-    qCDebug(lcKelMenu, "%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(mIDs.size()));
-    for (const auto& entry : mIDs)
-        entry.second.dump(nested);
+    const std::vector<Mnu_MenuID> ids = getIDs();
+    qCDebug(lcKelMenu, "%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(ids.size()));
+    for (const Mnu_MenuID& id : ids)
+        id.dump(nested);
     qCDebug(lcKelMenu, "%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
     long iteration = 0;
     for (const auto& entry : mSegmentMap) {

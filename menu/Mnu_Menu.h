@@ -108,23 +108,26 @@ private:
     void emitCode(std::ostream& out, const QString& indent, const QString& line);
     void afterSegmentsChanged();
     void forgetID(Mnu_MenuID id);
+    void compactIDs();
+    void clearIDs();
     void handleTitleConnectionChanged();
     void handleVisibleConnectionChanged();
 
 
     Mnu_Manager* mManagerP;             // not owned: the manager owns this menu
     std::vector<Mnu_Segment*> mSegments; // owned: deleted with the menu (removeSegment hands one back)
-    // The segment that made an item, and when it was handed out.
+    // The segment that made an item, and where the item stands in mIDs.
     struct IDEntry
     {
         Mnu_Segment* mSegmentP;
-        quint64 mOrder;
+        size_t mIndex;
     };
-    // Identifiers by hand-out order, and what each one is: both ordered maps,
-    // so that forgetting one identifier needs no search of a list.
-    std::map<quint64, Mnu_MenuID> mIDs;
+    // Identifiers in hand-out order. A forgotten one leaves an invalid
+    // identifier behind until enough have gone to compact the list, so that
+    // forgetting one needs no search of the list.
+    std::vector<Mnu_MenuID> mIDs;
     std::map<Mnu_MenuID, IDEntry> mSegmentMap;
-    quint64 mNextOrder;
+    size_t mForgottenIDs;
     Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mTitle;
     Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mVisibility;
     QString mText;

@@ -23,7 +23,7 @@ TEST(MenuIDs, ARemovedSegmentsItemsAreForgottenAndTheRestKeepTheirOrder)
     menu.addSegment(removed);
 
     // Interleaved, as list segments rebuilt one after the other leave them.
-    const quintptr count = 40;
+    const quintptr count = 100; // enough for the list to be compacted on the way
     for (quintptr i = 1; i <= count; ++i)
         menu.setIDAssignedToSegment(i % 2 ? removed : kept, id(i));
     menu.setIDAssignedToSegment(kept, id(1)); // handed out again: moves to the end
