@@ -9,8 +9,7 @@
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    selectTestPlatform();
     // Resources come from the fixtures, not from a folder beside the program.
     qputenv("KELCORE_RESOURCE_DIR", QFile::encodeName(testDataDir()));
     ::testing::InitGoogleTest(&argc, argv);

@@ -46,6 +46,14 @@ QString testDataDir()
     return QStringLiteral(KEL_TEST_DATA_DIR) + QLatin1Char('/');
 }
 
+void selectTestPlatform()
+{
+    QByteArray platform = qgetenv("KELCORE_TEST_QPA_PLATFORM");
+    if (platform.isEmpty())
+        platform = qgetenv("QT_QPA_PLATFORM");
+    qputenv("QT_QPA_PLATFORM", platform.isEmpty() ? QByteArray("offscreen") : platform);
+}
+
 bool waitFor(const std::function<bool()>& condition, int timeoutMs)
 {
     QElapsedTimer timer;

@@ -47,6 +47,11 @@ private:
     QtMessageHandler mPrevious;
 };
 
+// Chooses the Qt platform before the application object exists: ctest sets
+// the offscreen one on every test, and KELCORE_TEST_QPA_PLATFORM (e.g. xcb
+// under xvfb-run) overrides it without reconfiguring the build.
+void selectTestPlatform();
+
 // Runs the event loop until condition holds or timeoutMs pass; answers the
 // condition's last value.
 bool waitFor(const std::function<bool()>& condition, int timeoutMs = 2000);

@@ -1,5 +1,7 @@
 // Test entry point: every test runs inside a QApplication so that widgets,
 // timers and the event loop are available.
+#include "TestSupport.h"
+
 #include <QApplication>
 #include <gtest/gtest.h>
 
@@ -19,8 +21,7 @@ extern "C" const char* __ubsan_default_options()
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? QByteArray("offscreen")
-                                                                     : qgetenv("QT_QPA_PLATFORM"));
+    selectTestPlatform();
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
     return RUN_ALL_TESTS();
