@@ -211,7 +211,8 @@ add_library(KelCore::KelCore ALIAS KelCore)
 set_target_properties(KelCore PROPERTIES
   VERSION ${PROJECT_VERSION}
   SOVERSION ${PROJECT_VERSION_MAJOR}
-  EXPORT_NAME KelCore)
+  EXPORT_NAME KelCore
+  OUTPUT_NAME KelCore${KELCORE_LIBRARY_SUFFIX})
 # Only what carries KELCORE_EXPORT leaves the library, as in a DLL.
 include(GenerateExportHeader)
 set(_public_dir ${CMAKE_BINARY_DIR}/include/KelCore)
@@ -224,7 +225,7 @@ target_include_directories(KelCore
   PUBLIC $<BUILD_INTERFACE:${_public_dir}> $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
 # Public: KelPlatform's models and Qt's widgets, XML and form loader appear
 # in the public headers.
-target_link_libraries(KelCore PUBLIC KelPlatform Qt5::Widgets Qt5::Xml Qt5::UiTools)
+target_link_libraries(KelCore PUBLIC KelPlatform Qt::Widgets Qt::Xml Qt::UiTools)
 set(KELCORE_HEADERS ${_headers} ${_public_dir}/kelcore_export.h)
 
 # White-box tests and fuzz targets may include the libraries' private headers;

@@ -28,14 +28,14 @@ file(STRINGS ${BUILD_DIR}/CMakeCache.txt _libdir_line REGEX "^CMAKE_INSTALL_LIBD
 string(REGEX REPLACE "^[^=]*=" "" _libdir "${_libdir_line}")
 run("configure consumer" ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${_build}
   -DCMAKE_PREFIX_PATH=${_prefix} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=RelWithDebInfo
-  -DCMAKE_INSTALL_PREFIX=${_prefix} -DCMAKE_INSTALL_LIBDIR=${_libdir}
+  -DCMAKE_INSTALL_PREFIX=${_prefix} -DCMAKE_INSTALL_LIBDIR=${_libdir} -DKELCORE_PACKAGE=${PACKAGE}
   -DCMAKE_FIND_PACKAGE_NO_PACKAGE_REGISTRY=ON ${_flags})
 
 # The package must come from the prefix, not from the build tree.
-file(STRINGS ${_build}/CMakeCache.txt _dir_line REGEX "^KelCore_DIR:")
+file(STRINGS ${_build}/CMakeCache.txt _dir_line REGEX "^${PACKAGE}_DIR:")
 string(FIND "${_dir_line}" "${_prefix}/" _at)
 if(NOT _at GREATER -1)
-  message(FATAL_ERROR "KelCore was not found in the install prefix: ${_dir_line}")
+  message(FATAL_ERROR "${PACKAGE} was not found in the install prefix: ${_dir_line}")
 endif()
 
 run("build consumer" ${CMAKE_COMMAND} --build ${_build})
