@@ -15,6 +15,7 @@ set(KELCORE_CORE_HEADERS
   Kel_FontManager.h
   Kel_Initialize.h
   Kel_LanguageDialog.h
+  Kel_QtCompat.h
   Kel_Version.h
 )
 set(KELCORE_CORE_PRIVATE_HEADERS

@@ -60,7 +60,7 @@ Uip_Token Uip_Scanner::next()
     if (mPos >= size)
         return Uip_Token(Uip_Token::End, line, position);
 
-    const QStringRef rest = mText.midRef(mPos);
+    const QStringView rest = QStringView(mText).mid(mPos);
 
     // A boolean literal runs to the end of the script: everything after
     // "true" or "false" belongs to it and is dropped, identifiers such as

@@ -109,7 +109,7 @@ QString Mv_ConnectionEnvironment::replaceVariableNames(const QString& text) cons
         const QString name = text.mid(i + 1, end - i - 1);
         const QString value = get(name);
         if (value.isNull())
-            out.append(text.midRef(i, end - i));
+            out.append(text.constData() + i, end - i);
         else
             out.append(value);
         i = end;

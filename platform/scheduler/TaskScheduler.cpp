@@ -238,7 +238,7 @@ void TaskScheduler::armTimer()
         mTimer.stop();
         return;
     }
-    mTimer.start(int(qBound<qint64>(0, due - now(), INT_MAX)));
+    mTimer.start(int(qBound(qint64(0), qint64(due - now()), qint64(INT_MAX))));
 }
 
 void TaskScheduler::onTimer()

@@ -130,7 +130,7 @@ TEST_F(ApplicationExceptions, ReportIsOneModalErrorBoxWithOneOkButton)
 TEST_F(ApplicationExceptions, ThrowingEventCountsAsNotHandled)
 {
     widget.fault = [] { throw QStringLiteral("disk full"); };
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(widget.mapToGlobal(QPoint(5, 5))), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     EXPECT_FALSE(QCoreApplication::sendEvent(&widget, &press));
     widget.fault = nullptr;
     EXPECT_TRUE(QCoreApplication::sendEvent(&widget, &press));

@@ -66,7 +66,7 @@ TEST(ViewBase, StateGeometryAndEvents)
     EXPECT_FALSE(view.findItem(QStringLiteral("Panel.Volume"), &where));
 
     // Unhandled input travels on to the hosting widget.
-    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 1), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(1, 1), QPointF(1, 1), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     press.accept();
     view.mousePressEvent(&press, QPoint(1, 1));
     EXPECT_FALSE(press.isAccepted());

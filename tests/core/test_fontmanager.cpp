@@ -1,6 +1,7 @@
 // The named-font table and its settings file; the main-widget lookup.
 #include "Kel_Application.h"
 #include "Kel_FontManager.h"
+#include "Kel_QtCompat.h"
 #include "TestSupport.h"
 
 #include <QWidget>
@@ -20,7 +21,7 @@ TEST(FontManager, SettingsValuesWithZeroToFourParts)
 
     EXPECT_EQ(fontOf("Empty"), QFont());
     EXPECT_EQ(fontOf("Family").family(), QStringLiteral("Arial"));
-    EXPECT_FALSE(fontOf("Family").resolve() & (QFont::SizeResolved | QFont::WeightResolved));
+    EXPECT_FALSE(Kel_QtCompat::fontResolveMask(fontOf("Family")) & (QFont::SizeResolved | QFont::WeightResolved));
     EXPECT_EQ(fontOf("Sized"), QFont(QStringLiteral("Arial"), 12));
     EXPECT_EQ(fontOf("Weighted"), QFont(QStringLiteral("Courier"), 9, 75, false));
     EXPECT_EQ(fontOf("Extra"), QFont(QStringLiteral("Arial"), 12, 75, false)); // fourth part ignored

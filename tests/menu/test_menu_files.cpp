@@ -65,7 +65,8 @@ TEST_F(MenuFileTest, MalformedFilesMissingFilesAndWrongRootsFailWithTheirMessage
     EXPECT_FALSE(manager.setMenus(name.data()));
     EXPECT_EQ(manager.getMenu(), nullptr);
     EXPECT_EQ(parseMessages(collector),
-              QStringList({"Mnu_Manager xmlParser parse error tag mismatch at line 3 column 21"}));
+              QStringList(QStringLiteral("Mnu_Manager xmlParser parse error %1 at line 3 column 21")
+                              .arg(QLatin1String(kXmlTagMismatch))));
 
     collector.clear();
     name = "NoSuchMenu";

@@ -2,11 +2,12 @@
 #define SCRIPTREFERENCESCANNER_H
 
 // A deliberately literal scanner for action scripts, written with the
-// regular expressions that define the token syntax (QRegExp, trimming the
+// regular expressions that define the token syntax (anchored at the start,
+// trimming the
 // remaining text before each token). The library's scanner walks the text
 // by hand for speed; the parser fuzzer and the unit tests compare the two.
 
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QString>
 
 struct ScriptReferenceToken
@@ -31,30 +32,30 @@ public:
         if (mRest.isEmpty())
             return token;
         if (mRest.startsWith(QLatin1String("false")) || mRest.startsWith(QLatin1String("true"))) {
-            QRegExp rx(QStringLiteral("(false|true).*"));
-            if (rx.indexIn(mRest) == 0) {
+            const QRegularExpressionMatch m = match(QStringLiteral("(false|true).*"));
+            if (m.hasMatch()) {
                 token.kind = ScriptReferenceToken::Boolean;
-                token.text = rx.cap(1) == QLatin1String("false") ? QStringLiteral("false") : QStringLiteral("true");
-                mRest.remove(0, rx.matchedLength());
+                token.text = m.captured(1) == QLatin1String("false") ? QStringLiteral("false") : QStringLiteral("true");
+                mRest.remove(0, m.capturedLength());
                 return token;
             }
         }
         const QChar first = mRest.at(0);
         if (first.isLetter() || first == QLatin1Char('$')) {
-            QRegExp rx(QStringLiteral("[\\w\\.\\$\\[\\]:]+"));
-            if (rx.indexIn(mRest) == 0) {
+            const QRegularExpressionMatch m = match(QStringLiteral("[\\w\\p{M}\\.\\$\\[\\]:]+"));
+            if (m.hasMatch()) {
                 token.kind = ScriptReferenceToken::Identifier;
-                token.text = rx.cap(0);
-                mRest.remove(0, rx.matchedLength());
+                token.text = m.captured(0);
+                mRest.remove(0, m.capturedLength());
                 return token;
             }
         }
         if (first == QLatin1Char('"')) {
-            QRegExp rx(QStringLiteral("\"([^\"]*)\""));
-            if (rx.indexIn(mRest) == 0) {
+            const QRegularExpressionMatch m = match(QStringLiteral("\"([^\"]*)\""));
+            if (m.hasMatch()) {
                 token.kind = ScriptReferenceToken::String;
-                token.text = rx.cap(1);
-                mRest.remove(0, rx.matchedLength());
+                token.text = m.captured(1);
+                mRest.remove(0, m.capturedLength());
             } else {
                 token.kind = ScriptReferenceToken::Bad;
             }
@@ -72,6 +73,16 @@ public:
     }
 
 private:
+    // The match of pattern at the start of the rest; "." spans lines and
+    // \w takes every Unicode letter and digit (marks are named apart).
+    QRegularExpressionMatch match(const QString& pattern) const
+    {
+        const QRegularExpression rx(QLatin1Char('^') + pattern,
+                                    QRegularExpression::DotMatchesEverythingOption
+                                        | QRegularExpression::UseUnicodePropertiesOption);
+        return rx.match(mRest);
+    }
+
     QString mRest;
 };
 

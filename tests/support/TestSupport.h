@@ -52,6 +52,17 @@ private:
 // under xvfb-run) overrides it without reconfiguring the build.
 void selectTestPlatform();
 
+// Qt's texts for the XML errors of the fixtures, which the libraries pass on:
+// Qt 6 reads documents with QXmlStreamReader, which words them otherwise and
+// places an empty document's end at column 0.
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+constexpr char kXmlTagMismatch[] = "Opening and ending tag mismatch.";
+constexpr char kXmlEmptyDocumentAt[] = "Premature end of document. at line 1 column 0";
+#else
+constexpr char kXmlTagMismatch[] = "tag mismatch";
+constexpr char kXmlEmptyDocumentAt[] = "unexpected end of file at line 1 column 1";
+#endif
+
 // Runs the event loop until condition holds or timeoutMs pass; answers the
 // condition's last value.
 bool waitFor(const std::function<bool()>& condition, int timeoutMs = 2000);

@@ -89,7 +89,7 @@ TEST_F(LabelTest, RightClickCallsTheMenuActionAndUnboundTextStays)
     for (bool published : {true, false}) {
         if (!published)
             menu.UnPublish();
-        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(2, 2));
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(2, 2), label->mapToGlobal(QPoint(2, 2)));
         event.setAccepted(!published);
         QCoreApplication::sendEvent(label, &event);
         EXPECT_EQ(event.isAccepted(), published);
