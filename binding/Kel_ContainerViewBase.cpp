@@ -1,5 +1,6 @@
 #include "Kel_ContainerViewBase.h"
 
+#include "Kel_QtCompat.h"
 #include "Ost_Assert.h"
 
 #include <QDragEnterEvent>
@@ -309,8 +310,8 @@ void Kel_ContainerViewBase::dragMoveEvent(QDragMoveEvent* event, const QPoint& l
             continue;
         const QPoint point = local - view->getOrigin();
         if (view != mDragViewP) {
-            QDragEnterEvent enter(event->pos(), event->possibleActions(), event->mimeData(), event->mouseButtons(),
-                                  event->keyboardModifiers());
+            QDragEnterEvent enter(Kel_QtCompat::dropPosition(event), event->possibleActions(), event->mimeData(),
+                                  Kel_QtCompat::dropButtons(event), Kel_QtCompat::dropModifiers(event));
             enter.setDropAction(event->dropAction());
             enter.ignore();
             view->dragEnterEvent(&enter, point);

@@ -95,7 +95,8 @@ bool Kel_Application::initTranslations(const QString& dir, const QString& fallba
             return false;
     }
 
-    mQtTranslator->load(QStringLiteral("qt_") + locale, chosenDir);
+    // Qt's own translation is optional: without it Qt's texts stay English.
+    static_cast<void>(mQtTranslator->load(QStringLiteral("qt_") + locale, chosenDir));
     installOnce(mQtTranslator.get());
     const bool appLoaded = mAppTranslator->load(QStringLiteral("quor_") + locale, chosenDir);
     installOnce(mAppTranslator.get());
@@ -115,7 +116,7 @@ bool Kel_Application::initTranslations(const QString& dir, const QString& fallba
         result = mAppTranslator->load(QStringLiteral("quor_") + chosen, chosenDir);
         if (result)
             locale = chosenLocale.name();
-        mQtTranslator->load(QStringLiteral("qt_") + chosen, chosenDir);
+        static_cast<void>(mQtTranslator->load(QStringLiteral("qt_") + chosen, chosenDir));
     }
     delete dialog;
     return result;

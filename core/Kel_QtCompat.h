@@ -8,9 +8,11 @@
 // than QRegExp, QScreen rather than QDesktopWidget,
 // QFontMetrics::horizontalAdvance rather than width).
 
+#include <QDropEvent>
 #include <QEnterEvent>
 #include <QEvent>
 #include <QFont>
+#include <QPoint>
 #include <QtGlobal>
 
 namespace Kel_QtCompat {
@@ -31,6 +33,39 @@ inline uint fontResolveMask(const QFont& font)
     return font.resolveMask();
 #else
     return font.resolve();
+#endif
+}
+
+// Where a drag or drop event happened, in the receiver's coordinates
+// (QDropEvent::pos() in Qt 5, position() in Qt 6).
+inline QPoint dropPosition(const QDropEvent* event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->position().toPoint();
+#else
+    return event->pos();
+#endif
+}
+
+// The mouse buttons held during a drag or drop event (mouseButtons() in
+// Qt 5, buttons() in Qt 6).
+inline Qt::MouseButtons dropButtons(const QDropEvent* event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->buttons();
+#else
+    return event->mouseButtons();
+#endif
+}
+
+// The keyboard modifiers held during a drag or drop event
+// (keyboardModifiers() in Qt 5, modifiers() in Qt 6).
+inline Qt::KeyboardModifiers dropModifiers(const QDropEvent* event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->modifiers();
+#else
+    return event->keyboardModifiers();
 #endif
 }
 

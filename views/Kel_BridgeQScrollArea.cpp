@@ -1,5 +1,6 @@
 #include "Kel_BridgeQScrollArea.h"
 
+#include "Kel_QtCompat.h"
 #include "Kel_ViewInterface.h"
 #include "Kel_WhatsThis.h"
 
@@ -162,12 +163,12 @@ void Kel_BridgeQScrollArea::ViewportWidget::keyPressEvent(QKeyEvent* event)
 
 void Kel_BridgeQScrollArea::ViewportWidget::dragEnterEvent(QDragEnterEvent* event)
 {
-    forwardDragEvent(event, event->pos());
+    forwardDragEvent(event, Kel_QtCompat::dropPosition(event));
 }
 
 void Kel_BridgeQScrollArea::ViewportWidget::dragMoveEvent(QDragMoveEvent* event)
 {
-    forwardDragEvent(event, event->pos());
+    forwardDragEvent(event, Kel_QtCompat::dropPosition(event));
 }
 
 void Kel_BridgeQScrollArea::ViewportWidget::dragLeaveEvent(QDragLeaveEvent* event)
@@ -177,7 +178,7 @@ void Kel_BridgeQScrollArea::ViewportWidget::dragLeaveEvent(QDragLeaveEvent* even
 
 void Kel_BridgeQScrollArea::ViewportWidget::dropEvent(QDropEvent* event)
 {
-    forwardDragEvent(event, event->pos());
+    forwardDragEvent(event, Kel_QtCompat::dropPosition(event));
 }
 
 // ---------------------------------------------------------------------------
@@ -464,7 +465,7 @@ bool Kel_BridgeQScrollArea::eventFilter(QObject* watched, QEvent* event)
                 auto* move = static_cast<QDragMoveEvent*>(event);
                 const QRect inner(kAutoScrollMargin, kAutoScrollMargin, visibleWidth() - 2 * kAutoScrollMargin,
                                   visibleHeight() - 2 * kAutoScrollMargin);
-                if (!inner.contains(move->pos())) {
+                if (!inner.contains(Kel_QtCompat::dropPosition(move))) {
                     startDragAutoScroll();
                     // An empty answer rectangle: moves keep coming while the pointer rests.
                     move->accept(QRect());
@@ -499,7 +500,7 @@ bool Kel_BridgeQScrollArea::viewportEvent(QEvent* event)
     if (event->type() == QEvent::DragLeave)
         local = viewport()->mapFromGlobal(QCursor::pos());
     else
-        local = static_cast<QDropEvent*>(event)->pos();
+        local = Kel_QtCompat::dropPosition(static_cast<QDropEvent*>(event));
     mViewportWidgetP->forwardDragEvent(event, mViewportWidgetP->mapFrom(viewport(), local));
     return true;
 }

@@ -1,5 +1,6 @@
 #include "Kel_BridgeQWidget.h"
 
+#include "Kel_QtCompat.h"
 #include "Kel_ViewInterface.h"
 #include "Kel_WhatsThis.h"
 
@@ -189,7 +190,7 @@ void Kel_BridgeQWidget::keyPressEvent(QKeyEvent* event)
 void Kel_BridgeQWidget::dragEnterEvent(QDragEnterEvent* event)
 {
     if (mChildP)
-        mChildP->dragEnterEvent(event, event->pos());
+        mChildP->dragEnterEvent(event, Kel_QtCompat::dropPosition(event));
     // Accepted whatever the view said, so that the moves keep coming and the
     // view can decide per position.
     event->accept();
@@ -199,7 +200,7 @@ void Kel_BridgeQWidget::dragMoveEvent(QDragMoveEvent* event)
 {
     event->ignore();
     if (mChildP)
-        mChildP->dragMoveEvent(event, event->pos());
+        mChildP->dragMoveEvent(event, Kel_QtCompat::dropPosition(event));
 }
 
 void Kel_BridgeQWidget::dragLeaveEvent(QDragLeaveEvent* event)
@@ -212,5 +213,5 @@ void Kel_BridgeQWidget::dropEvent(QDropEvent* event)
 {
     event->ignore();
     if (mChildP)
-        mChildP->dropEvent(event, event->pos());
+        mChildP->dropEvent(event, Kel_QtCompat::dropPosition(event));
 }
