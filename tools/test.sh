@@ -39,8 +39,10 @@ cmake --build "$BUILD_DIR" -j "$JOBS"
 if [ "$xvfb" -eq 1 ]; then
   # ctest gives every test the offscreen platform; the test programs let
   # KELCORE_TEST_QPA_PLATFORM override it.
+  # -noreset: by default the server resets when its last client leaves,
+  # and a test program that connects during the reset fails to start.
   export QT_QPA_PLATFORM=xcb KELCORE_TEST_QPA_PLATFORM=xcb
-  xvfb-run -a -s "-screen 0 1280x1024x24" \
+  xvfb-run -a -s "-screen 0 1280x1024x24 -noreset" \
     ctest --test-dir "$BUILD_DIR" --output-on-failure -j "$JOBS"
 else
   export QT_QPA_PLATFORM=offscreen
