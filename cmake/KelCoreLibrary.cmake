@@ -207,27 +207,14 @@ set(_private_dirs ${KELCORE_FOLDER_DIRS})
 configure_file(${CMAKE_CURRENT_SOURCE_DIR}/core/Kel_Version.cpp.in ${CMAKE_CURRENT_BINARY_DIR}/Kel_Version.cpp @ONLY)
 list(APPEND _sources ${CMAKE_CURRENT_BINARY_DIR}/Kel_Version.cpp)
 
-add_library(KelCore SHARED ${_sources})
-add_library(KelCore::KelCore ALIAS KelCore)
-set_target_properties(KelCore PROPERTIES
-  VERSION ${PROJECT_VERSION}
-  SOVERSION ${PROJECT_VERSION_MAJOR}
-  EXPORT_NAME KelCore
-  OUTPUT_NAME KelCore${KELCORE_LIBRARY_SUFFIX})
-# Only what carries KELCORE_EXPORT leaves the library, as in a DLL.
-include(GenerateExportHeader)
-set(_public_dir ${CMAKE_BINARY_DIR}/include/KelCore)
-generate_export_header(KelCore BASE_NAME KelCore EXPORT_FILE_NAME ${_public_dir}/kelcore_export.h)
-set_target_properties(KelCore PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
-kel_library_rpath(KelCore)
-kel_public_header_folder(${_public_dir} ${_headers})
-target_include_directories(KelCore
-  PRIVATE ${_private_dirs} ${KELPLATFORM_PRIVATE_INCLUDE_DIRS}
-  PUBLIC $<BUILD_INTERFACE:${_public_dir}> $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
+kel_add_shared_library(KelCore
+  SOURCES ${_sources}
+  PUBLIC_HEADERS ${_headers}
+  PRIVATE_DIRS ${_private_dirs} ${KELPLATFORM_PRIVATE_INCLUDE_DIRS})
 # Public: KelPlatform's models and Qt's widgets, XML and form loader appear
 # in the public headers.
 target_link_libraries(KelCore PUBLIC KelPlatform Qt::Widgets Qt::Xml Qt::UiTools)
-set(KELCORE_HEADERS ${_headers} ${_public_dir}/kelcore_export.h)
+set(KELCORE_HEADERS ${_headers} ${KelCore_EXPORT_HEADER})
 
 # White-box tests and fuzz targets may include the libraries' private headers;
 # applications cannot (this target is not installed).

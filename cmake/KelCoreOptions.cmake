@@ -53,3 +53,31 @@ macro(kel_collect_folders prefix)
     list(APPEND ${prefix}_FOLDER_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/${_folder})
   endforeach()
 endmacro()
+
+# Adds one of the project's shared libraries, built as a DLL would be: only
+# what carries <NAME>_EXPORT (from the generated <name>_export.h) leaves it.
+# Its own sources see PRIVATE_DIRS; its users see its public headers only,
+# gathered in one folder as they are installed. Sets <name>_EXPORT_HEADER.
+function(kel_add_shared_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;PUBLIC_HEADERS;PRIVATE_DIRS" ${ARGN})
+  add_library(${name} SHARED ${ARG_SOURCES})
+  add_library(KelCore::${name} ALIAS ${name})
+  set_target_properties(${name} PROPERTIES
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    EXPORT_NAME ${name}
+    OUTPUT_NAME ${name}${KELCORE_LIBRARY_SUFFIX}
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON)
+  string(TOLOWER ${name} _lower)
+  set(_public_dir ${CMAKE_BINARY_DIR}/include/${name})
+  set(_export_header ${_public_dir}/${_lower}_export.h)
+  include(GenerateExportHeader)
+  generate_export_header(${name} BASE_NAME ${name} EXPORT_FILE_NAME ${_export_header})
+  kel_library_rpath(${name})
+  kel_public_header_folder(${_public_dir} ${ARG_PUBLIC_HEADERS})
+  target_include_directories(${name}
+    PRIVATE ${ARG_PRIVATE_DIRS}
+    PUBLIC $<BUILD_INTERFACE:${_public_dir}> $<INSTALL_INTERFACE:${KELCORE_INSTALL_INCLUDEDIR}>)
+  set(${name}_EXPORT_HEADER ${_export_header} PARENT_SCOPE)
+endfunction()
