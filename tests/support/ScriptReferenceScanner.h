@@ -42,13 +42,18 @@ public:
         }
         const QChar first = mRest.at(0);
         if (first.isLetter() || first == QLatin1Char('$')) {
-            const QRegularExpressionMatch m = match(QStringLiteral("[\\w\\p{M}\\.\\$\\[\\]:]+"));
-            if (m.hasMatch()) {
-                token.kind = ScriptReferenceToken::Identifier;
-                token.text = m.captured(0);
-                mRest.remove(0, m.capturedLength());
-                return token;
-            }
+            // [\w\p{M}.$\[\]:]+ taken one UTF-16 unit at a time with Qt's
+            // character tables, as the token syntax was written: PCRE reads
+            // code points with Unicode tables of its own version, which
+            // disagree with Qt's about letters outside the basic plane and
+            // letters newer than Qt's tables.
+            int length = 0;
+            while (length < mRest.size() && isWordUnit(mRest.at(length)))
+                ++length;
+            token.kind = ScriptReferenceToken::Identifier;
+            token.text = mRest.left(length);
+            mRest.remove(0, length);
+            return token;
         }
         if (first == QLatin1Char('"')) {
             const QRegularExpressionMatch m = match(QStringLiteral("\"([^\"]*)\""));
@@ -73,8 +78,13 @@ public:
     }
 
 private:
-    // The match of pattern at the start of the rest; "." spans lines and
-    // \w takes every Unicode letter and digit (marks are named apart).
+    static bool isWordUnit(QChar c)
+    {
+        return c.isLetterOrNumber() || c.isMark() || c == QLatin1Char('_') || c == QLatin1Char('.')
+            || c == QLatin1Char('$') || c == QLatin1Char('[') || c == QLatin1Char(']') || c == QLatin1Char(':');
+    }
+
+    // The match of pattern at the start of the rest; "." spans lines.
     QRegularExpressionMatch match(const QString& pattern) const
     {
         const QRegularExpression rx(QLatin1Char('^') + pattern,

@@ -46,6 +46,10 @@ inline ScriptReferenceToken toReferenceToken(const Uip_Token& token)
 // and on the text left after it, else a description of the first difference.
 inline QString compareWithReferenceScanner(const QString& script)
 {
+    // The reference's regular expressions match nothing in ill-formed text
+    // (an unpaired surrogate): there is nothing to compare with.
+    if (!script.isValidUtf16())
+        return QString();
     Uip_Scanner scanner(script);
     ScriptReferenceScanner reference(script);
     int bad = 0;
