@@ -82,6 +82,40 @@ long readEnvironment(const char* name, long fallback)
     return ok ? value : fallback;
 }
 
+// The shadow's list operations, with the arrays' own rules for indexes out
+// of range (insertions clamp, the rest do nothing).
+void shadowInsert(std::vector<long>& v, long at, long count, long value)
+{
+    at = std::max(0L, std::min(at, long(v.size())));
+    v.insert(v.begin() + at, size_t(count), value);
+}
+
+void shadowRemove(std::vector<long>& v, long at, long count)
+{
+    if (at >= 0 && at < long(v.size()) && count >= 1)
+        v.erase(v.begin() + at, v.begin() + std::min(long(v.size()), at + count));
+}
+
+void shadowMove(std::vector<long>& v, long from, long to)
+{
+    const long size = long(v.size());
+    if (from < 0 || from >= size || to < 0 || to >= size || from == to)
+        return;
+    const long moved = v[size_t(from)];
+    v.erase(v.begin() + from);
+    v.insert(v.begin() + to, moved);
+}
+
+// Takes an object out of its table before destroying it: whatever its
+// destruction makes listeners do must not find it.
+template <class Map>
+void destroyEntry(Map& map, int id)
+{
+    auto owned = std::move(map[id]);
+    map.erase(id);
+    owned.reset();
+}
+
 class Harness
 {
 public:
@@ -385,9 +419,7 @@ private:
         if (id < 0)
             return;
         log(QStringLiteral("destroy model %1").arg(id));
-        std::unique_ptr<Model> model = std::move(mModels[id]);
-        mModels.erase(id);
-        model->real.reset();
+        destroyEntry(mModels, id);
     }
 
     void publishModel()
@@ -456,25 +488,19 @@ private:
         case 0: {
             if (size >= 6)
                 return;
-            const long at = std::max(0L, std::min(a, size));
-            log(QStringLiteral("%1: insert %2 at %3").arg(model->name).arg(v).arg(at));
-            e.insert(e.begin() + at, v);
+            log(QStringLiteral("%1: insert %2 at %3").arg(model->name).arg(v).arg(a));
+            shadowInsert(e, a, 1, v);
             array->insert(a, v);
             break;
         }
         case 1:
             log(QStringLiteral("%1: remove %2 from %3").arg(model->name).arg(b).arg(a));
-            if (a >= 0 && a < size && b >= 1)
-                e.erase(e.begin() + a, e.begin() + std::min(size, a + b));
+            shadowRemove(e, a, b);
             array->removeAt(a, b);
             break;
         case 2:
             log(QStringLiteral("%1: move %2 to %3").arg(model->name).arg(a).arg(b));
-            if (a >= 0 && a < size && b >= 0 && b < size && a != b) {
-                const long moved = e[size_t(a)];
-                e.erase(e.begin() + a);
-                e.insert(e.begin() + b, moved);
-            }
+            shadowMove(e, a, b);
             array->move(a, b);
             break;
         case 3:
@@ -521,29 +547,20 @@ private:
             if (rows >= 6 || b < 1)
                 return;
             log(QStringLiteral("%1: insert %2 rows at %3").arg(model->name).arg(b).arg(a));
-            for (auto& f : model->fields) {
-                const long at = std::max(0L, std::min(a, rows));
-                f.insert(f.begin() + at, size_t(b), 0L);
-            }
+            for (auto& f : model->fields)
+                shadowInsert(f, a, b, 0);
             record->insertRows(a, b);
             break;
         case 1:
             log(QStringLiteral("%1: remove %2 rows from %3").arg(model->name).arg(b).arg(a));
-            if (a >= 0 && a < rows && b >= 1) {
-                for (auto& f : model->fields)
-                    f.erase(f.begin() + a, f.begin() + std::min(rows, a + b));
-            }
+            for (auto& f : model->fields)
+                shadowRemove(f, a, b);
             record->removeRows(a, b);
             break;
         case 2:
             log(QStringLiteral("%1: move row %2 to %3").arg(model->name).arg(a).arg(b));
-            if (a >= 0 && a < rows && b >= 0 && b < rows && a != b) {
-                for (auto& f : model->fields) {
-                    const long moved = f[size_t(a)];
-                    f.erase(f.begin() + a);
-                    f.insert(f.begin() + b, moved);
-                }
-            }
+            for (auto& f : model->fields)
+                shadowMove(f, a, b);
             record->moveRow(a, b);
             break;
         case 3: {
@@ -594,9 +611,7 @@ private:
         if (id < 0)
             return;
         log(QStringLiteral("destroy listener %1").arg(id));
-        std::unique_ptr<Listener> l = std::move(mListeners[id]);
-        mListeners.erase(id);
-        l->real.reset();
+        destroyEntry(mListeners, id);
     }
 
     void reconnectListener()
@@ -648,13 +663,11 @@ private:
         if (id <= 0) // the first one stays
             return;
         log(QStringLiteral("destroy dictionary %1").arg(id));
-        std::unique_ptr<Mv_ConnectionDict> dict = std::move(mDicts[id]);
-        mDicts.erase(id);
         for (auto& m : mModels) {
             if (m.second->dict == id)
                 m.second->dict = -1;
         }
-        dict.reset();
+        destroyEntry(mDicts, id);
     }
 
     std::mt19937 mRandom;
