@@ -172,6 +172,7 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
   Kel_LongLabel.cpp
+  Kel_ModelInspector.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -180,6 +181,7 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_ImmediateActionButton.h
   Kel_Label.h
   Kel_LongLabel.h
+  Kel_ModelInspector.h
 )
 
 # factory/: the widget factory and form loading
