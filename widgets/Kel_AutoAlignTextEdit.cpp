@@ -37,8 +37,11 @@ void Kel_AutoAlignTextEdit::slotAutoAlign()
 {
     if (Kel_TextAlignment::rtlAlgorithm() == Kel_TextAlignment::kRTLOff || gAligning)
         return;
+    // Absolute: a paragraph of right-to-left letters would otherwise take
+    // "right" as its leading side, which is visually the left.
     const Qt::Alignment wanted =
-        Kel_TextAlignment::basicDirection(toPlainText()) == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft;
+        Qt::AlignAbsolute
+        | (Kel_TextAlignment::basicDirection(toPlainText()) == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft);
     gAligning = true;
     const QTextCursor saved = textCursor();
     QTextCursor cursor(document());

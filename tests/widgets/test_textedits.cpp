@@ -166,12 +166,17 @@ TEST_F(TextEditsTest, EditsAlignByTheirTextUnderTheRule)
     QTest::keyClick(autoSize, Qt::Key_Return);
     typeText(autoSize, kArabic);
     for (QTextBlock block = autoSize->document()->begin(); block.isValid(); block = block.next())
-        EXPECT_EQ(block.blockFormat().alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight);
+        EXPECT_EQ(block.blockFormat().alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight | Qt::AlignAbsolute);
     EXPECT_EQ(autoSize->textCursor().position(), autoSize->toPlainText().size()) << "the cursor stays";
-    // One undo takes the last letter and the alignment it caused.
+    // Realigning is part of the edit that caused it: one undo takes both back.
     autoSize->selectAll();
     QTest::keyClicks(autoSize, QStringLiteral("x"));
-    EXPECT_EQ(autoSize->document()->begin().blockFormat().alignment() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
+    EXPECT_EQ(autoSize->document()->begin().blockFormat().alignment() & Qt::AlignHorizontal_Mask,
+              Qt::AlignLeft | Qt::AlignAbsolute);
+    autoSize->document()->undo();
+    EXPECT_EQ(autoSize->toPlainText(), QStringLiteral("one\n") + kArabic);
+    EXPECT_EQ(autoSize->document()->begin().blockFormat().alignment() & Qt::AlignHorizontal_Mask,
+              Qt::AlignRight | Qt::AlignAbsolute);
 }
 
 TEST_F(TextEditsTest, PlainTextWithLineBreaksBecomesHtml)
