@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QTest>
+#include <QRandomGenerator>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <vector>
@@ -218,6 +219,41 @@ TEST_F(TCLabelTest, AnUnboundLabelShowsZeroAndIgnoresMissingModels)
     EXPECT_EQ(unbound.text(), QStringLiteral("00:00:00:00"));
     position.UnPublish();
     EXPECT_EQ(label->text(), QStringLiteral("01:02:03:04"));
+}
+
+TEST_F(TCLabelTest, AnyMixOfDigitsAndPointsMatchesAShadowEntry)
+{
+    AssertLog asserts;
+    QRandomGenerator random(18);
+    const QString saved = QStringLiteral("01020304");
+    startEntry();
+    QString typed; // the shadow: digits entered so far, newest last
+    for (int step = 0; step < 400; ++step) {
+        const int choice = int(random.bounded(14));
+        if (choice < 10) {
+            keypad(Qt::Key(Qt::Key_0 + choice));
+            if (typed.size() < 8)
+                typed += QChar('0' + choice);
+        } else if (choice < 13) {
+            keypad(Qt::Key_Period);
+            typed.chop(1);
+        } else {
+            QTest::keyClick(label, Qt::Key_Escape);
+            typed.clear();
+        }
+        const QString digits = saved.left(saved.size() - typed.size()) + typed;
+        const Mv_Timecode expected(digits.mid(0, 2).toUShort(), digits.mid(2, 2).toUShort(),
+                                   digits.mid(4, 2).toUShort(), digits.mid(6, 2).toUShort());
+        ASSERT_EQ(label->timecode(), expected) << "step " << step << " typed " << typed.toStdString();
+        QString shown = digits;
+        for (int at : {6, 4, 2})
+            shown.insert(at, QLatin1Char(':'));
+        const int black = typed.size() + (typed.size() >= 3) + (typed.size() >= 5) + (typed.size() >= 7);
+        ASSERT_EQ(label->text(), typed.isEmpty() ? shown : entry(shown.left(11 - black), shown.right(black)))
+            << "step " << step;
+    }
+    EXPECT_TRUE(asserts.reports.isEmpty());
+    EXPECT_TRUE(sent.empty());
 }
 
 TEST(Time, DurationTexts)
