@@ -71,12 +71,20 @@ void Kel_BoundText::textChanged()
         if (guarded && !owner)
             return;
     }
-    if (!mListener.isConnected())
+    if (!mListener.isConnected() || mSettingModel)
         return;
     mSettingModel = true;
     const int status = mListener.set(mReadText());
-    if (status != Kel_BoundPropertyBase::kOwnerDeleted)
-        mSettingModel = false;
+    if (status == Kel_BoundPropertyBase::kOwnerDeleted)
+        return;
+    if (status == Mvt_SimpleValue_BaseAPI::kSetRefused) {
+        // A read-only model, or a value it does not take: show its own again.
+        // Still guarded, so that showing it is not sent back.
+        mShowText(mListener->value(QString()));
+        if (guarded && !owner)
+            return;
+    }
+    mSettingModel = false;
 }
 
 void Kel_BoundText::receiveListenerMessage()

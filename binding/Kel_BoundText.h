@@ -47,7 +47,8 @@ public:
     void onListenedValue(const TextWriter& handler) { mListenedValueHandler = handler; }
 
     // To be called on every change of the field's text, typed or set: tells
-    // the published model's listeners, and writes the text to the listened model.
+    // the published model's listeners, and writes the text to the listened
+    // model; when that model refuses it, the field shows the model's value again.
     void textChanged();
 
     bool isListening() const { return mListener.isNamed(); }

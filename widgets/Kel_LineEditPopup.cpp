@@ -22,7 +22,7 @@ void Kel_LineEditPopup::popup(const QRect& rect, const QString& text)
     mOpen = true;
     show();
     raise();
-    setFocus(Qt::PopupFocusReason);
+    setFocus(Qt::OtherFocusReason);
 }
 
 void Kel_LineEditPopup::keyPressEvent(QKeyEvent* event)

@@ -343,6 +343,14 @@ TEST_F(TextEditsTest, LineAndTextEditsBindTheirText)
     text->selectAll();
     QTest::keyClicks(text, QStringLiteral("plain"));
     EXPECT_EQ(notes.getValue(), QStringLiteral("plain"));
+    // A read-only model takes nothing: the field shows its value again.
+    notes.setReadOnly(true);
+    QTest::keyClicks(text, QStringLiteral("zz"));
+    EXPECT_EQ(text->toPlainText(), QStringLiteral("plain"));
+    text->setPlainTextMode(false);
+    QTest::keyClicks(text, QStringLiteral("zz"));
+    EXPECT_EQ(text->toPlainText(), QStringLiteral("plain"));
+    EXPECT_EQ(notes.getValue(), QStringLiteral("plain"));
 
     // The published form, with the text edit in rich-text mode.
     Kel_TextEdit rich(nullptr, "rich");
