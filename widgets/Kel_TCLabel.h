@@ -24,9 +24,9 @@ class QKeyEvent;
 class KELCORE_EXPORT Kel_TCLabel : public QLabel, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
-    Q_PROPERTY(QString tcConnectionSpec READ getTCConnectionSpec WRITE setTCConnectionSpec)
-    Q_PROPERTY(QString playConnectionSpec READ getPlayConnectionSpec WRITE setPlayConnectionSpec)
-    Q_PROPERTY(QString modeConnectionSpec READ getModeConnectionSpec WRITE setModeConnectionSpec)
+    Q_PROPERTY(QString tcConnection READ getTCConnectionSpec WRITE setTCConnectionSpec)
+    Q_PROPERTY(QString playConnection READ getPlayConnectionSpec WRITE setPlayConnectionSpec)
+    Q_PROPERTY(QString modeConnection READ getModeConnectionSpec WRITE setModeConnectionSpec)
     Q_PROPERTY(bool showFrames READ getShowFrames WRITE setShowFrames)
 
 public:

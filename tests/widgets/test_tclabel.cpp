@@ -217,6 +217,11 @@ TEST_F(TCLabelTest, AnUnboundLabelShowsZeroAndIgnoresMissingModels)
     Kel_ConnectionUtils::recursiveConnect(&unbound, Mv_ConnectionEnvironment::blankEnvironment());
     EXPECT_EQ(unbound.objectName(), QStringLiteral("FactoryMade"));
     EXPECT_EQ(unbound.text(), QStringLiteral("00:00:00:00"));
+    // Forms bind it through its properties.
+    unbound.setProperty("tcConnection", QStringLiteral("TCTest.Position"));
+    unbound.setProperty("showFrames", false);
+    Kel_ConnectionUtils::recursiveConnect(&unbound, Mv_ConnectionEnvironment::blankEnvironment());
+    EXPECT_EQ(unbound.text(), QStringLiteral("01:02:03"));
     position.UnPublish();
     EXPECT_EQ(label->text(), QStringLiteral("01:02:03:04"));
 }
