@@ -3,15 +3,18 @@
 // one and type on the numeric keypad, Enter jumps there), a shortcut editor
 // of key edits that writes the custom keymap, and text fields bound to this
 // panel's models, one Hebrew and one Arabic, aligned by the right-to-left
-// rule. The Edit menu of the window's menu bar works on the text fields.
+// rule, an in-place rename editor and a comment field that grows with its
+// text. The Edit menu of the window's menu bar works on the text fields.
 #include "DemoPanel.h"
 
+#include "Kel_AutoSizeTextEdit.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_EditMenuTestWindow.h"
 #include "Kel_KeyEdit.h"
 #include "Kel_KeymapMgr.h"
 #include "Kel_Label.h"
 #include "Kel_LineEdit.h"
+#include "Kel_LineEditPopup.h"
 #include "Kel_TCLabel.h"
 #include "Kel_TextAlignment.h"
 #include "Kel_TextEdit.h"
@@ -227,13 +230,28 @@ QGroupBox* textFields(QWidget* parent)
     form->addRow(QStringLiteral("Clip name"), clip);
     auto* echo = new Kel_Label(box, "clipNameEcho");
     echo->setTextConnectionSpec("TransportText.ClipName");
-    form->addRow(QStringLiteral("Its model holds"), echo);
+    auto* rename = new QPushButton(QStringLiteral("Rename in place..."), box);
+    auto* echoRow = new QHBoxLayout;
+    echoRow->addWidget(echo, 1);
+    echoRow->addWidget(rename);
+    form->addRow(QStringLiteral("Its model holds"), echoRow);
+    // An in-place editor over the label; Enter or leaving it renames, Escape does not.
+    auto* popup = new Kel_LineEditPopup(box, "renameClip");
+    QObject::connect(rename, &QPushButton::clicked, [popup, echo] {
+        popup->popup(QRect(echo->mapTo(popup->parentWidget(), QPoint(0, 0)), echo->size()), echo->text());
+    });
+    QObject::connect(popup, &Kel_LineEditPopup::accepted,
+                     [](const QString& name) { TransportTextModels::instance().clipName.setValue(name); });
     auto* hebrew = new Kel_LineEdit(box, QStringLiteral("hebrewTitle"), QStringLiteral("TransportText.HebrewTitle"));
     form->addRow(QStringLiteral("Hebrew title"), hebrew);
     auto* arabic = new Kel_TextEdit(box, QStringLiteral("Arabic notes"), QStringLiteral("TransportText.ArabicNotes"));
     arabic->setPlainTextMode(true);
     arabic->setMaximumHeight(80);
     form->addRow(QStringLiteral("Arabic notes"), arabic);
+    auto* comment = new Kel_AutoSizeTextEdit(box, "comment");
+    comment->setPlaceholderText(QStringLiteral("A comment that grows line by line"));
+    comment->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    form->addRow(QStringLiteral("Comment"), comment);
     QObject::connect(rule, QOverload<int>::of(&QComboBox::currentIndexChanged), [hebrew, arabic](int index) {
         Kel_TextAlignment::setRTLAlgorithm(Kel_TextAlignment::RTLAlgorithm(index));
         // Re-align the samples under the new rule.
