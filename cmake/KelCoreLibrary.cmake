@@ -153,6 +153,9 @@ set(KELCORE_MENU_HEADERS
   Mnu_SeparatorSegment.h
   Mnu_SubmenuSegment.h
 )
+set(KELCORE_MENU_PRIVATE_HEADERS
+  Mnu_Writer_p.h
+)
 
 # keymap/: keymaps and keys
 set(KELCORE_KEYMAP_SOURCES

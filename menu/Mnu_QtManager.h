@@ -4,6 +4,8 @@
 #include "kelcore_export.h"
 
 #include "Mnu_Manager.h"
+// Whoever has a manager works with its menu (generated menu code does).
+#include "Mnu_Menu.h"
 #include "Mnu_Segment.h"
 
 #include <QList>
@@ -93,7 +95,8 @@ public:
     // Connects in environment (when given and new), instantiates and pops
     // the menu up at point (global coordinates).
     void popup(QPoint& point, boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
-    // Writer of the menu formats; not provided yet.
+    // Writes the menu as an XML menu file or as a source file (class name)
+    // that registers a factory building the same menu. Always true.
     bool savePopupMenu(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
     // The action that id stands for, when it is one of this manager's.

@@ -7,6 +7,7 @@
 #include "Mnu_QtManager.h"
 #include "Mnu_QtMenuBarEventFilter.h"
 #include "Mnu_SubmenuSegment.h"
+#include "Mnu_Writer_p.h"
 
 #include <QAction>
 #include <QDomElement>
@@ -365,9 +366,39 @@ Mnu_Segment* Mnu_QtMenuBarManager::findSegmentByAccelerator(Mnu_Menu* menu, cons
     return nullptr;
 }
 
-bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format)
 {
-    return false;
+    auto saveMenus = [&](const QString& indent) {
+        for (Mnu_QtManager* manager : mManagers) {
+            if (Mnu_Menu* menu = manager->getMenu())
+                menu->saveMenu(out, indent, format, nullptr, false);
+        }
+    };
+    if (format == Mnu_Segment::kSaveXml) {
+        Mnu_Writer::emitLine(out, QString(), QStringLiteral("<MenuBar>"));
+        saveMenus(QStringLiteral("\t"));
+        Mnu_Writer::emitLine(out, QString(), QStringLiteral("</MenuBar>"));
+        return true;
+    }
+    if (format != Mnu_Segment::kSaveSource)
+        return true;
+    Mnu_Writer::GeneratedFile file;
+    file.name = name;
+    file.includes = QStringList{"Mnu_BooleanSegment.h",   "Mnu_CommandSegment.h", "Mnu_SeparatorSegment.h",
+                                "Mnu_RadioItemsSegment.h", "Mnu_RadioListSegment.h", "Mnu_ListSegment.h",
+                                "Mnu_SubmenuSegment.h",    "Mnu_QtManager.h",        "Mnu_QtMenuBarManager.h"};
+    file.factoryDeclaration = QStringLiteral(
+        "\tstatic Mnu_QtMenuBarManager* createMenuBarManager( Mnu_QtMenuBarManager* menubarMgr );");
+    file.registration = QLatin1String("\tMnu_QtMenuBarManager::registerMenuBarFactory( \"") + name
+                        + QLatin1String("\", createMenuBarManager );");
+    file.unregistration =
+        QLatin1String("\tMnu_QtMenuBarManager::unregisterMenuBarFactory( \"") + name + QLatin1String("\" );");
+    file.factoryDefinition = QLatin1String("Mnu_QtMenuBarManager* ") + name
+                             + QLatin1String("::createMenuBarManager( Mnu_QtMenuBarManager* menubarMgr )");
+    file.body = saveMenus;
+    file.returnLine = QStringLiteral("    return menubarMgr;");
+    Mnu_Writer::emitGeneratedFile(out, file);
+    return true;
 }
 
 bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)

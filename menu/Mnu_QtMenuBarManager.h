@@ -75,7 +75,8 @@ public:
     Mnu_Segment* getSegmentByAccelerator(const QKeySequence& sequence);
     Mnu_QtMenuBarEventFilter* getEventFilter() const { return mEventFilterP.get(); }
 
-    // Writer of the menu formats; not provided yet.
+    // Writes the bar and all its menus as an XML menu file or as a source
+    // file (class name) that registers a factory building the same bar. Always true.
     bool saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
 protected:

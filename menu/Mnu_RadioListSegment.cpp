@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 #include <algorithm>
@@ -163,4 +164,16 @@ void Mnu_RadioListSegment::handleMsgSelectionChanged()
             break;
         }
     }
+}
+
+bool Mnu_RadioListSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(out, indent, format, "RadioListSegment", "Mnu_RadioListSegment", [&](const QString& inner) {
+        const bool xml = format == kSaveXml;
+        const QString segment = QStringLiteral("segment");
+        Mnu_Writer::emitField(out, inner, xml, QStringLiteral("ItemsConnectionName"), segment,
+                              QStringLiteral("setItemsConnectionName"), mItemsConnectionName);
+        Mnu_Writer::emitField(out, inner, xml, QStringLiteral("CurrentItemConnectionName"), segment,
+                              QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
+    });
 }
