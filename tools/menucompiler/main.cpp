@@ -23,6 +23,8 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <QStringList>
+#include <QVector>
+#include <QXmlStreamReader>
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -51,12 +53,8 @@ class Reporter
 public:
     explicit Reporter(const QString& file) : mFile(file) {}
 
-    void error(int line, int column, const QString& message) { report("error", line, column, message); ++mErrors; }
-    void warning(const QDomNode& node, const QString& message)
-    {
-        report("warning", node.lineNumber(), node.columnNumber(), message);
-    }
-    int errors() const { return mErrors; }
+    void error(int line, int column, const QString& message) { report("error", line, column, message); }
+    void warning(int line, int column, const QString& message) { report("warning", line, column, message); }
 
 private:
     void report(const char* kind, int line, int column, const QString& message)
@@ -65,8 +63,42 @@ private:
     }
 
     QString mFile;
-    int mErrors = 0;
 };
+
+struct Position
+{
+    int line;
+    int column;
+};
+
+// Where each element's start tag begins ("<"), in document order. Qt's DOM
+// nodes know a position too, but not the same one in every Qt version.
+QVector<Position> startTagPositions(const QByteArray& text)
+{
+    QVector<Position> positions;
+    const QString decoded = QString::fromUtf8(text);
+    QXmlStreamReader reader(text);
+    int scanned = 0;   // characters counted into line and lineStart so far
+    int line = 1;
+    int lineStart = 0;
+    while (!reader.atEnd()) {
+        if (reader.readNext() != QXmlStreamReader::StartElement)
+            continue;
+        // The reader stands after the start tag; its "<" is the last one
+        // before (attribute values cannot hold one).
+        const int tag = decoded.lastIndexOf(QLatin1Char('<'), int(reader.characterOffset()) - 1);
+        if (tag < scanned)
+            continue;
+        for (; scanned < tag; ++scanned) {
+            if (decoded.at(scanned) == QLatin1Char('\n')) {
+                ++line;
+                lineStart = scanned + 1;
+            }
+        }
+        positions.append(Position{line, tag - lineStart + 1});
+    }
+    return positions;
+}
 
 const QSet<QString>& commonTags()
 {
@@ -109,57 +141,83 @@ bool isSegmentTag(const QString& tag)
     return tags.contains(tag);
 }
 
-// What the library would pass over while reading: said here with the place
-// in the file, where the library's own messages have none.
-void checkMenu(const QDomElement& menu, Reporter& reporter);
-
-void checkRadioItem(const QDomElement& item, Reporter& reporter)
+// Says what the library would pass over while reading, with the place in
+// the file, where the library's own messages have none. Visits every
+// element in document order, so that the n-th visit is the n-th start tag.
+class Checker
 {
-    bool text = false;
-    bool id = false;
-    for (QDomElement child = item.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        if (child.tagName() == QLatin1String("Text")) {
-            text = true;
-        } else if (child.tagName() == QLatin1String("ID")) {
-            bool ok = false;
-            child.text().toInt(&ok, 10);
-            if (ok)
-                id = true;
-            else
-                reporter.warning(child, QStringLiteral("<ID> \"%1\" is not a decimal integer").arg(child.text()));
-        } else {
-            reporter.warning(child, QStringLiteral("unknown tag <%1> within <RadioItem>").arg(child.tagName()));
+public:
+    enum Role { kMenuBar, kMenu, kSegment, kRadioItem, kValue };
+
+    Checker(Reporter& reporter, const QVector<Position>& positions) : mReporter(reporter), mPositions(positions) {}
+
+    void visit(const QDomElement& element, Role role, const QString& warning = QString())
+    {
+        const Position at = mPositions.value(mNext++, Position{0, 0});
+        if (!warning.isEmpty())
+            mReporter.warning(at.line, at.column, warning);
+        bool text = false;
+        bool id = false;
+        for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+            const QString tag = child.tagName();
+            switch (role) {
+            case kMenuBar:
+                if (tag == QLatin1String("Menu"))
+                    visit(child, kMenu);
+                else
+                    visit(child, kValue, QStringLiteral("<%1> in <MenuBar> is left out; only <Menu> is read").arg(tag));
+                break;
+            case kMenu:
+                if (isSegmentTag(tag))
+                    visit(child, kSegment);
+                else if (tag == QLatin1String("Name") || tag == QLatin1String("Text")
+                         || tag == QLatin1String("VisibleConnectionName") || tag == QLatin1String("TextConnectionName"))
+                    visit(child, kValue);
+                else
+                    visit(child, kValue, QStringLiteral("unknown segment tag <%1> is left out").arg(tag));
+                break;
+            case kSegment: {
+                const QStringList own = ownTags(element.tagName());
+                if (tag == QLatin1String("Menu") && own.contains(tag))
+                    visit(child, kMenu);
+                else if (tag == QLatin1String("RadioItem") && own.contains(tag))
+                    visit(child, kRadioItem);
+                else if (own.contains(tag) || commonTags().contains(tag))
+                    visit(child, kValue);
+                else
+                    visit(child, kValue,
+                          QStringLiteral("<%1> is not read within <%2>").arg(tag, element.tagName()));
+                break;
+            }
+            case kRadioItem:
+                if (tag == QLatin1String("Text")) {
+                    text = true;
+                    visit(child, kValue);
+                } else if (tag == QLatin1String("ID")) {
+                    bool ok = false;
+                    child.text().toInt(&ok, 10);
+                    id = id || ok;
+                    visit(child, kValue,
+                          ok ? QString() : QStringLiteral("<ID> \"%1\" is not a decimal integer").arg(child.text()));
+                } else {
+                    visit(child, kValue, QStringLiteral("unknown tag <%1> within <RadioItem>").arg(tag));
+                }
+                break;
+            case kValue:
+                visit(child, kValue);
+                break;
+            }
         }
+        if (role == kRadioItem && (!text || !id))
+            mReporter.warning(at.line, at.column,
+                              QStringLiteral("<RadioItem> without a <Text> and a valid <ID> is left out"));
     }
-    if (!text || !id)
-        reporter.warning(item, QStringLiteral("<RadioItem> without a <Text> and a valid <ID> is left out"));
-}
 
-void checkSegment(const QDomElement& segment, Reporter& reporter)
-{
-    const QStringList own = ownTags(segment.tagName());
-    for (QDomElement child = segment.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tag = child.tagName();
-        if (tag == QLatin1String("RadioItem") && own.contains(tag))
-            checkRadioItem(child, reporter);
-        else if (tag == QLatin1String("Menu") && own.contains(tag))
-            checkMenu(child, reporter);
-        else if (!own.contains(tag) && !commonTags().contains(tag))
-            reporter.warning(child, QStringLiteral("<%1> is not read within <%2>").arg(tag, segment.tagName()));
-    }
-}
-
-void checkMenu(const QDomElement& menu, Reporter& reporter)
-{
-    static const QSet<QString> menuTags{"Name", "Text", "VisibleConnectionName", "TextConnectionName"};
-    for (QDomElement child = menu.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-        const QString tag = child.tagName();
-        if (isSegmentTag(tag))
-            checkSegment(child, reporter);
-        else if (!menuTags.contains(tag))
-            reporter.warning(child, QStringLiteral("unknown segment tag <%1> is left out").arg(tag));
-    }
-}
+private:
+    Reporter& mReporter;
+    const QVector<Position>& mPositions;
+    int mNext = 0;
+};
 
 // Comments and processing instructions carry nothing, but the library would
 // take them for nameless tags: they go before the menu is read.
@@ -230,23 +288,27 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "kel_menucompiler: cannot read %s\n", qPrintable(options.input));
         return 2;
     }
+    const QByteArray text = input.readAll();
     Reporter reporter(options.input);
     QDomDocument document;
     QString message;
     int line = 0;
     int column = 0;
-    if (!document.setContent(&input, false, &message, &line, &column)) {
+    if (!document.setContent(text, false, &message, &line, &column)) {
         reporter.error(line, column, message);
         return 1;
     }
     removeNonElements(document);
+    const QVector<Position> positions = startTagPositions(text);
     QDomElement root = document.documentElement();
     const bool isBar = root.tagName() == QLatin1String("MenuBar");
     if (!isBar && root.tagName() != QLatin1String("Menu")) {
-        reporter.error(root.lineNumber(), root.columnNumber(),
+        const Position at = positions.value(0, Position{0, 0});
+        reporter.error(at.line, at.column,
                        QStringLiteral("the root element is <%1>; a menu file has <Menu> or <MenuBar>").arg(root.tagName()));
         return 1;
     }
+    Checker(reporter, positions).visit(root, isBar ? Checker::kMenuBar : Checker::kMenu);
 
     // Built without widgets: the writers need the menu model only.
     std::unique_ptr<Mnu_QtMenuBarManager> bar;
@@ -254,15 +316,10 @@ int main(int argc, char** argv)
     if (isBar) {
         bar.reset(new Mnu_QtMenuBarManager(nullptr));
         for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
-            if (child.tagName() != QLatin1String("Menu")) {
-                reporter.warning(child, QStringLiteral("<%1> in <MenuBar> is left out; only <Menu> is read").arg(child.tagName()));
-                continue;
-            }
-            checkMenu(child, reporter);
-            bar->addManager(new Mnu_QtManager(bar.get(), nullptr, &child));
+            if (child.tagName() == QLatin1String("Menu"))
+                bar->addManager(new Mnu_QtManager(bar.get(), nullptr, &child));
         }
     } else {
-        checkMenu(root, reporter);
         menu.reset(new Mnu_QtManager());
         menu->setMenus(&root);
     }
