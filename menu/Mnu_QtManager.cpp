@@ -9,6 +9,7 @@
 #include "Ost_Resource.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QDomElement>
 #include <QIcon>
 #include <QKeySequence>
@@ -215,6 +216,9 @@ void Mnu_QtManager::clearPopup()
     mPopupMenuP->clear();
     mItemIDs.clear();
     mItemSet.clear();
+    for (const QPointer<QActionGroup>& group : qAsConst(mRadioGroups))
+        delete group.data();
+    mRadioGroups.clear();
 }
 
 bool Mnu_QtManager::doSystemMessageConnect()
@@ -361,6 +365,22 @@ void Mnu_QtManager::setWhatsThis(Mnu_MenuID id, const QString& text)
 {
     if (QAction* action = actionForID(id))
         action->setWhatsThis(text);
+}
+
+void Mnu_QtManager::setItemRadioGroup(Mnu_MenuID id, const void* group)
+{
+    QAction* action = actionForID(id);
+    if (!action || !group)
+        return;
+    QPointer<QActionGroup>& actions = mRadioGroups[group];
+    if (!actions) {
+        actions = new QActionGroup(mPopupMenuP.data());
+        // Exclusive, so that the menu draws radio indicators, but optional:
+        // Qt then toggles a chosen item like any checkable one, and the
+        // segment alone decides what stays checked (triggered undoes Qt's toggle).
+        actions->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    }
+    actions->addAction(action);
 }
 
 QAction* Mnu_QtManager::findItemAction(const QString& path)

@@ -8,6 +8,7 @@
 #include "Mnu_Menu.h"
 #include "Mnu_Segment.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPoint>
@@ -19,6 +20,7 @@
 class Kel_PopupMenu;
 class Mnu_QtMenuBarManager;
 class QAction;
+class QActionGroup;
 
 // Realises one menu in a Kel_PopupMenu: rebuilds its items from the models
 // every time the menu is about to be shown and routes a chosen action to
@@ -73,6 +75,7 @@ public:
     void setItemIcon(Mnu_MenuID id, unsigned char* data, int length) override;
     using Mnu_Manager::setWhatsThis;
     void setWhatsThis(Mnu_MenuID id, const QString& text) override;
+    void setItemRadioGroup(Mnu_MenuID id, const void* group) override;
     bool tstGetItemEnabled(const QString& path) override;
     bool tstGetItemChecked(const QString& path) override;
     bool tstGetItemVisible(const QString& path) override;
@@ -99,6 +102,8 @@ public:
     // that registers a factory building the same menu. Always true.
     bool savePopupMenu(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
+    // The connection environment of the last makeConnections (null before).
+    boost::shared_ptr<const Mv_ConnectionEnvironment> getEnvironment() const { return mEnvironment; }
     // The action that id stands for, when it is one of this manager's.
     QAction* actionForID(Mnu_MenuID id) const;
     // Makes (and owns) a pop-up menu when there is none yet.
@@ -131,6 +136,8 @@ private:
     AboutToShowFunc mAboutToShowFuncP;
     void* mAboutToShowDataP;
     boost::shared_ptr<const Mv_ConnectionEnvironment> mEnvironment;
+    // The exclusive groups of the current build, by segment; children of the pop-up.
+    QHash<const void*, QPointer<QActionGroup>> mRadioGroups;
 };
 
 #endif

@@ -32,6 +32,7 @@ int Mnu_RadioItemsSegment::instantiate(Mnu_Manager* manager)
         if (!id.IsValid())
             continue;
         manager->setItemCheckable(id, true);
+        manager->setItemRadioGroup(id, this);
         mChoiceIDMap[id] = choice->id;
         mIDs.push_back(id);
         mMenuP->setIDAssignedToSegment(this, id);

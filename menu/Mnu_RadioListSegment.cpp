@@ -40,6 +40,7 @@ int Mnu_RadioListSegment::instantiate(Mnu_Manager* manager)
         if (!id.IsValid())
             continue;
         manager->setItemCheckable(id, true);
+        manager->setItemRadioGroup(id, this);
         const QString identifier = mIDModel->element<QString>(i);
         mItemIdentifierMap[id] = identifier;
         mMenuP->setIDAssignedToSegment(this, id);
