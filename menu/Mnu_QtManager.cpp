@@ -16,6 +16,7 @@
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
+#include <utility>
 
 namespace {
 
@@ -216,7 +217,7 @@ void Mnu_QtManager::clearPopup()
     mPopupMenuP->clear();
     mItemIDs.clear();
     mItemSet.clear();
-    for (const QPointer<QActionGroup>& group : qAsConst(mRadioGroups))
+    for (const QPointer<QActionGroup>& group : std::as_const(mRadioGroups))
         delete group.data();
     mRadioGroups.clear();
 }

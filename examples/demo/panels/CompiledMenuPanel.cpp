@@ -1,6 +1,7 @@
 // "Compiled menus": a menu bar compiled into the demo from
 // menus/DemoCompiledMenuBar.xml by kelcore_add_menus, found by its name like
-// any menu bar but without a file at run time, and the models it drives.
+// any menu bar but without a file at run time, and the models it drives. A
+// button adds commands to it by path, as a plug-in would.
 #include "DemoPanel.h"
 
 #include "Kel_MenuBar.h"
@@ -10,6 +11,7 @@
 
 #include <QFormLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -67,6 +69,24 @@ QWidget* createCompiledMenuPanel(QWidget* parent)
     bar->setNativeMenuBar(false);
     bar->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
     layout->addWidget(bar);
+    auto* plugin = new QPushButton(QStringLiteral("Add a plug-in's commands"), page);
+    plugin->setObjectName(QStringLiteral("addPluginCommands"));
+    QObject::connect(plugin, &QPushButton::clicked, bar, [bar, plugin] {
+        Mnu_QtMenuBarManager* menus = bar->getMenuBarManager();
+        menus->insertItems(QStringLiteral("Clip.Loop"),
+                           QStringLiteral("<Menu><Separator/><CommandSegment><Name>Normalise</Name>"
+                                          "<Text>&amp;Normalise (plug-in)</Text>"
+                                          "<ActionScript>CompiledDemo.ClipName = \"Normalised\"</ActionScript>"
+                                          "</CommandSegment></Menu>"),
+                           Mnu_QtMenuBarManager::kInsertAfter);
+        menus->insertMenu(QStringLiteral("Help"),
+                          QStringLiteral("<Menu><Name>Plugin</Name><Text>&amp;Plug-in</Text><CommandSegment>"
+                                         "<Name>Undo</Name><Text>Back to Take 1</Text>"
+                                         "<ActionScript>CompiledDemo.ClipName = \"Take 1\"</ActionScript>"
+                                         "</CommandSegment></Menu>"));
+        plugin->setEnabled(false);
+    });
+    layout->addWidget(plugin, 0, Qt::AlignLeft);
     auto* form = new QFormLayout;
     for (const char* name : {"CompiledDemo.ClipName", "CompiledDemo.Loop", "CompiledDemo.Zoom"})
         form->addRow(QString::fromLatin1(name), new ModelValueLabel(QString::fromLatin1(name), page));
@@ -83,6 +103,8 @@ void chooseCompiledItems(QWidget* page)
         return;
     bar->getMenuBarManager()->tstActivateItem(QStringLiteral("Clip.Rename"));
     bar->getMenuBarManager()->tstActivateItem(QStringLiteral("Clip.&Zoom.&50%"));
+    if (auto* plugin = page->findChild<QPushButton*>(QStringLiteral("addPluginCommands")))
+        plugin->click();
 }
 
 const DemoPanelRegistrar registrar({QStringLiteral("Compiled menus"), 310, &createCompiledMenuPanel,
