@@ -3,6 +3,7 @@
 // any menu bar but without a file at run time, and the models it drives. A
 // button adds commands to it by path, as a plug-in would.
 #include "DemoPanel.h"
+#include "DemoValueLabel.h"
 
 #include "Kel_MenuBar.h"
 #include "Mnu_QtMenuBarManager.h"
@@ -32,26 +33,6 @@ struct CompiledMenuModels
     Mve_SimpleValue<QString> clipName{"Take 1", "CompiledDemo.ClipName"};
     Mve_SimpleValue<bool> loop{false, "CompiledDemo.Loop"};
     Mve_SimpleValue<long> zoom{100, "CompiledDemo.Zoom"};
-};
-
-// Shows one model's value and follows it.
-class ModelValueLabel : public QLabel
-{
-public:
-    ModelValueLabel(const QString& modelName, QWidget* parent) : QLabel(parent), mListener(modelName)
-    {
-        mListener.setReceiveMessageCB([this](const Mv_MessageInterface&) { refresh(); });
-        mListener.connect(Mv_ConnectionEnvironment::blankEnvironment());
-    }
-
-private:
-    void refresh()
-    {
-        Mv_Variant v;
-        setText(mListener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false) ? v.toDebugString()
-                                                                                              : tr("(not published)"));
-    }
-    Mv_ListenerBase mListener;
 };
 
 QWidget* createCompiledMenuPanel(QWidget* parent)
@@ -89,7 +70,7 @@ QWidget* createCompiledMenuPanel(QWidget* parent)
     layout->addWidget(plugin, 0, Qt::AlignLeft);
     auto* form = new QFormLayout;
     for (const char* name : {"CompiledDemo.ClipName", "CompiledDemo.Loop", "CompiledDemo.Zoom"})
-        form->addRow(QString::fromLatin1(name), new ModelValueLabel(QString::fromLatin1(name), page));
+        form->addRow(QString::fromLatin1(name), new DemoValueLabel(QString::fromLatin1(name), page));
     layout->addLayout(form);
     layout->addStretch();
     return page;
