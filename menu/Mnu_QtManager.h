@@ -102,8 +102,6 @@ public:
     // that registers a factory building the same menu. Always true.
     bool savePopupMenu(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
-    // The connection environment of the last makeConnections (null before).
-    boost::shared_ptr<const Mv_ConnectionEnvironment> getEnvironment() const { return mEnvironment; }
     // The action that id stands for, when it is one of this manager's.
     QAction* actionForID(Mnu_MenuID id) const;
     // Makes (and owns) a pop-up menu when there is none yet.
