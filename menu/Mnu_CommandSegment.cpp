@@ -143,7 +143,9 @@ bool Mnu_CommandSegment::saveSegment(std::ostream& out, const QString& indent, M
             // Scripts quote their texts; those quotes must survive in a C++ string.
             QString script = mActionScript;
             script.replace(QLatin1Char('"'), QLatin1String("\\\""));
-            Mnu_Writer::emitLine(out, inner, Mnu_Writer::setterCall(QStringLiteral("segment"), QStringLiteral("setActionScript"), script));
+            Mnu_Writer::emitLine(
+                out, inner,
+                Mnu_Writer::setterCall(QStringLiteral("segment"), QStringLiteral("setActionScript"), script));
         }
     });
 }

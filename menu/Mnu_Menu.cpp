@@ -340,8 +340,9 @@ bool Mnu_Menu::saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::s
         emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();"));
     } else if (isSubmenu) {
         emitCode(out, inner, QStringLiteral("/* Use existing Segment's Manager */"));
-        emitCode(out, inner,
-                 QStringLiteral("Mnu_QtManager* manager = dynamic_cast<Mnu_QtManager*>( segment->getSubmenuManager() );"));
+        emitCode(
+            out, inner,
+            QStringLiteral("Mnu_QtManager* manager = dynamic_cast<Mnu_QtManager*>( segment->getSubmenuManager() );"));
         emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
         emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
     } else {

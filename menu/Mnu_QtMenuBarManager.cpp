@@ -444,8 +444,8 @@ bool Mnu_QtMenuBarManager::insertItems(const QString& path, QDomElement* menuEle
     for (QDomNode node = menuElement->firstChild(); !node.isNull(); node = node.nextSibling()) {
         QDomElement child = node.toElement();
         const QString tag = child.tagName();
-        if (tag == QLatin1String("Name") || tag == QLatin1String("Text") || tag == QLatin1String("VisibleConnectionName")
-            || tag == QLatin1String("TextConnectionName"))
+        if (tag == QLatin1String("Name") || tag == QLatin1String("Text")
+            || tag == QLatin1String("VisibleConnectionName") || tag == QLatin1String("TextConnectionName"))
             continue;
         if (Mnu_Segment* segment = Mnu_Segment::SegmentFactory(menu, &child))
             segments.push_back(segment);

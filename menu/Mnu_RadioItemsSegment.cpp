@@ -204,19 +204,22 @@ bool Mnu_RadioItemsSegment::saveSegment(std::ostream& out, const QString& indent
             Mnu_Writer::emitLine(out, inner, QStringLiteral("<RadioItem>"));
             Mnu_Writer::emitLine(out, choiceIndent,
                                  Mnu_Writer::element(QStringLiteral("Text"), Mnu_Writer::escapedText(choice->text)));
-            Mnu_Writer::emitLine(out, choiceIndent, Mnu_Writer::element(QStringLiteral("ID"), QString::number(choice->id)));
+            Mnu_Writer::emitLine(out, choiceIndent,
+                                 Mnu_Writer::element(QStringLiteral("ID"), QString::number(choice->id)));
             Mnu_Writer::emitLine(out, inner, QStringLiteral("</RadioItem>"));
         }
         Mnu_Writer::emitLine(out, indent, QStringLiteral("</RadioItemsSegment>"));
     } else if (format == kSaveSource) {
         Mnu_Writer::emitLine(out, indent, QStringLiteral("/* Generate a new RadioItemsSegment */"));
         Mnu_Writer::emitLine(out, indent, QStringLiteral("{"));
-        Mnu_Writer::emitLine(out, inner, QStringLiteral("Mnu_RadioItemsSegment* segment = new Mnu_RadioItemsSegment(menu, NULL);"));
+        Mnu_Writer::emitLine(out, inner,
+                             QStringLiteral("Mnu_RadioItemsSegment* segment = new Mnu_RadioItemsSegment(menu, NULL);"));
         Mnu_Writer::emitField(out, inner, false, QString(), QStringLiteral("segment"),
                               QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
         for (const auto& choice : mChoices)
-            Mnu_Writer::emitLine(out, inner, QLatin1String("segment->addItemToMap( \"") + choice->text + QLatin1String("\", ")
-                                                 + QString::number(choice->id) + QLatin1String(" );"));
+            Mnu_Writer::emitLine(out, inner,
+                                 QLatin1String("segment->addItemToMap( \"") + choice->text + QLatin1String("\", ")
+                                     + QString::number(choice->id) + QLatin1String(" );"));
         Mnu_Writer::emitLine(out, inner, QStringLiteral("menu->addSegment(segment);"));
         Mnu_Writer::emitLine(out, indent, QStringLiteral("}"));
     }

@@ -169,12 +169,13 @@ void Mnu_RadioListSegment::handleMsgSelectionChanged()
 
 bool Mnu_RadioListSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
 {
-    return saveFramedSegment(out, indent, format, "RadioListSegment", "Mnu_RadioListSegment", [&](const QString& inner) {
-        const bool xml = format == kSaveXml;
-        const QString segment = QStringLiteral("segment");
-        Mnu_Writer::emitField(out, inner, xml, QStringLiteral("ItemsConnectionName"), segment,
-                              QStringLiteral("setItemsConnectionName"), mItemsConnectionName);
-        Mnu_Writer::emitField(out, inner, xml, QStringLiteral("CurrentItemConnectionName"), segment,
-                              QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
-    });
+    return saveFramedSegment(
+        out, indent, format, "RadioListSegment", "Mnu_RadioListSegment", [&](const QString& inner) {
+            const bool xml = format == kSaveXml;
+            const QString segment = QStringLiteral("segment");
+            Mnu_Writer::emitField(out, inner, xml, QStringLiteral("ItemsConnectionName"), segment,
+                                  QStringLiteral("setItemsConnectionName"), mItemsConnectionName);
+            Mnu_Writer::emitField(out, inner, xml, QStringLiteral("CurrentItemConnectionName"), segment,
+                                  QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
+        });
 }

@@ -77,7 +77,8 @@ bool Mnu_Segment::emitCommonTags(std::ostream& out, const QString& indent, Mnu_S
     const QString text = getItemText();
     if (!text.isEmpty()) {
         if (xml) {
-            Mnu_Writer::emitLine(out, indent, Mnu_Writer::element(QStringLiteral("Text"), Mnu_Writer::escapedText(text)));
+            Mnu_Writer::emitLine(out, indent,
+                                 Mnu_Writer::element(QStringLiteral("Text"), Mnu_Writer::escapedText(text)));
         } else {
             // The translation comment names the menu, or repeats the text in a menu without a name.
             const QString menuName = mMenuP ? mMenuP->getName() : QString();
@@ -117,7 +118,8 @@ bool Mnu_Segment::saveFramedSegment(std::ostream& out, const QString& indent, sa
     Mnu_Writer::emitLine(out, indent, QLatin1String("/* Generate a new ") + cls.mid(4) + QLatin1String(" */"));
     Mnu_Writer::emitLine(out, indent, QStringLiteral("{"));
     if (construction.isEmpty())
-        Mnu_Writer::emitLine(out, inner, cls + QLatin1String("* segment = new ") + cls + QLatin1String("(menu, NULL);"));
+        Mnu_Writer::emitLine(out, inner,
+                             cls + QLatin1String("* segment = new ") + cls + QLatin1String("(menu, NULL);"));
     for (const QString& line : construction)
         Mnu_Writer::emitLine(out, inner, line);
     emitCommonTags(out, inner, format);

@@ -101,8 +101,8 @@ TEST_F(InsertTest, APathThatLeadsNowhereAddsNothing)
 TEST_F(InsertTest, MenusGoBeforeTheNamedMenuOrAtTheEnd)
 {
     EXPECT_EQ(barMenus(), QStringList({"File", "View"}));
-    Mnu_QtManager* tools = menus->insertMenu("View", "<Menu><Name>Tools</Name><Text>&amp;Tools</Text>" + command("Check")
-                                                         + "</Menu>");
+    Mnu_QtManager* tools =
+        menus->insertMenu("View", "<Menu><Name>Tools</Name><Text>&amp;Tools</Text>" + command("Check") + "</Menu>");
     ASSERT_NE(tools, nullptr);
     ASSERT_NE(menus->insertMenu(QString(), "<Menu><Name>Help</Name>" + command("About") + "</Menu>"), nullptr);
     EXPECT_EQ(barMenus(), QStringList({"File", "Tools", "View", "Help"}));
@@ -180,7 +180,8 @@ protected:
             "<Menu><Name>View</Name>"
             "<RadioListSegment><ItemsConnectionName>Radio.Speeds</ItemsConnectionName>"
             "<CurrentItemConnectionName>Radio.Speed</CurrentItemConnectionName></RadioListSegment>"
-            "<BooleanSegment><Name>Loop</Name><Text>Loop</Text><BooleanConnectionName>Radio.Loop</BooleanConnectionName>"
+            "<BooleanSegment><Name>Loop</Name><Text>Loop</Text><BooleanConnectionName>Radio.Loop</"
+            "BooleanConnectionName>"
             "</BooleanSegment>"
             "<RadioItemsSegment><CurrentItemConnectionName>Radio.Zoom</CurrentItemConnectionName>"
             "<RadioItem><Text>Fit</Text><ID>0</ID></RadioItem><RadioItem><Text>Full</Text><ID>100</ID></RadioItem>"

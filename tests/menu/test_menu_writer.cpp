@@ -50,7 +50,8 @@ QStringList withoutTime(QStringList text)
 {
     EXPECT_GT(text.size(), 4);
     if (text.size() > 4) {
-        static const QRegularExpression created(QStringLiteral("^\tCreated: \\w{3} \\w{3} +\\d{1,2} \\d\\d:\\d\\d:\\d\\d \\d{4}$"));
+        static const QRegularExpression created(
+            QStringLiteral("^\tCreated: \\w{3} \\w{3} +\\d{1,2} \\d\\d:\\d\\d:\\d\\d \\d{4}$"));
         EXPECT_TRUE(created.match(text.at(3)).hasMatch()) << text.at(3).toStdString();
         text[3] = QStringLiteral("\tCreated: TIME");
     }
@@ -325,10 +326,12 @@ TEST(MenuWriterTest, AMenuBarIsWrittenInBothFormsLineForLine)
 {
     auto bar = barFromXml(QStringLiteral(
         "<MenuBar><Menu><Name>File</Name><Text>&amp;File</Text>"
-        "<CommandSegment><Name>Open</Name><Text>&amp;Open \"file\"</Text><ActionScript>F.Path = \"&amp;\"</ActionScript></CommandSegment>"
+        "<CommandSegment><Name>Open</Name><Text>&amp;Open \"file\"</Text>"
+        "<ActionScript>F.Path = \"&amp;\"</ActionScript></CommandSegment>"
         "<SubMenuSegment><Menu><Name>Recent</Name><ListSegment><ItemsConnectionName>F.Recent</ItemsConnectionName>"
         "</ListSegment></Menu></SubMenuSegment></Menu>"
-        "<Menu><RadioItemsSegment><Text>lost</Text><RadioItem><Text>A&amp;B</Text><ID>7</ID></RadioItem></RadioItemsSegment>"
+        "<Menu><RadioItemsSegment><Text>lost</Text>"
+        "<RadioItem><Text>A&amp;B</Text><ID>7</ID></RadioItem></RadioItemsSegment>"
         "</Menu><Menu/></MenuBar>"));
     ASSERT_EQ(bar->getManagerCount(), 3);
 
@@ -419,7 +422,8 @@ TEST(MenuWriterTest, AMenuBarIsWrittenInBothFormsLineForLine)
                   "\t\t{",
                   "\t\t\tMnu_CommandSegment* segment = new Mnu_CommandSegment(menu, NULL);",
                   "\t\t\tsegment->setName( \"Open\" );",
-                  "\t\t\tsegment->setItemText( Mnu_QtManager::tr(\"&Open \"file\"\",\"This is an item in the File menu.\") );",
+                  "\t\t\tsegment->setItemText( Mnu_QtManager::tr(\"&Open \"file\"\",\"This is an item in the File "
+                  "menu.\") );",
                   "\t\t\tsegment->setActionScript( \"F.Path = \\\"&\\\"\" );",
                   "\t\t\tmenu->addSegment(segment);",
                   "\t\t}",

@@ -304,8 +304,9 @@ int main(int argc, char** argv)
     const bool isBar = root.tagName() == QLatin1String("MenuBar");
     if (!isBar && root.tagName() != QLatin1String("Menu")) {
         const Position at = positions.value(0, Position{0, 0});
-        reporter.error(at.line, at.column,
-                       QStringLiteral("the root element is <%1>; a menu file has <Menu> or <MenuBar>").arg(root.tagName()));
+        reporter.error(
+            at.line, at.column,
+            QStringLiteral("the root element is <%1>; a menu file has <Menu> or <MenuBar>").arg(root.tagName()));
         return 1;
     }
     Checker(reporter, positions).visit(root, isBar ? Checker::kMenuBar : Checker::kMenu);
