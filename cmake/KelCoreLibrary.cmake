@@ -157,6 +157,9 @@ set(KELCORE_MENU_HEADERS
   Mnu_SubmenuSegment.h
   Kel_EditMenuCommands.h
 )
+set(KELCORE_MENU_PRIVATE_HEADERS
+  Mnu_Writer_p.h
+)
 
 # keymap/: keymaps and keys
 set(KELCORE_KEYMAP_SOURCES
