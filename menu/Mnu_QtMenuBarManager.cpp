@@ -512,11 +512,22 @@ Mnu_QtManager* Mnu_QtMenuBarManager::insertMenu(const QString& before, const QSt
 
 bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format)
 {
+    // The Edit menu is the application's, not the file's: only its place
+    // is written, as the reader takes it.
+    auto saveEditMenu = [&](const QString& indent) {
+        Mnu_Writer::emitLine(out, indent,
+                             format == Mnu_Segment::kSaveXml ? QStringLiteral("<EditMenu/>")
+                                                             : QStringLiteral("menubarMgr->addEditMenu();"));
+    };
     auto saveMenus = [&](const QString& indent) {
-        for (Mnu_QtManager* manager : mManagers) {
-            if (Mnu_Menu* menu = manager->getMenu())
+        for (int i = 0; i < mManagers.size(); ++i) {
+            if (i == mEditMenuIndex)
+                saveEditMenu(indent);
+            if (Mnu_Menu* menu = mManagers.at(i)->getMenu())
                 menu->saveMenu(out, indent, format, nullptr, false);
         }
+        if (mEditMenuIndex >= mManagers.size())
+            saveEditMenu(indent);
     };
     if (format == Mnu_Segment::kSaveXml) {
         Mnu_Writer::emitLine(out, QString(), QStringLiteral("<MenuBar>"));

@@ -495,6 +495,29 @@ TEST(MenuWriterTest, AnEmptyManagerWritesItsFrameOnly)
     EXPECT_EQ(barText(bar, Mnu_Segment::kSaveXml), QStringList({"<MenuBar>", "</MenuBar>"}));
 }
 
+// The application's Edit menu keeps its place in the bar, in both forms.
+TEST(MenuWriterTest, TheEditMenuPlaceIsWrittenBack)
+{
+    const auto bar = barFromXml("<MenuBar><Menu><Name>File</Name></Menu><EditMenu/>"
+                                "<Menu><Name>View</Name></Menu></MenuBar>");
+    ASSERT_TRUE(bar);
+    const QStringList xml = barText(*bar, Mnu_Segment::kSaveXml);
+    const int edit = xml.indexOf("\t<EditMenu/>");
+    ASSERT_GT(edit, 0) << xml.join('\n').toStdString();
+    EXPECT_LT(xml.indexOf("\t\t<Name>File</Name>"), edit);
+    EXPECT_GT(xml.indexOf("\t\t<Name>View</Name>"), edit);
+    EXPECT_EQ(barText(*barFromXml(xml.join('\n')), Mnu_Segment::kSaveXml), xml);
+
+    const QStringList source = barText(*bar, Mnu_Segment::kSaveSource);
+    const int call = source.indexOf("\tmenubarMgr->addEditMenu();");
+    ASSERT_GT(call, 0);
+    EXPECT_EQ(source.mid(0, call).filter("menubarMgr->addManager( manager );").size(), 1);
+
+    const auto last = barFromXml("<MenuBar><Menu><Name>File</Name></Menu><EditMenu/></MenuBar>");
+    const QStringList lastXml = barText(*last, Mnu_Segment::kSaveXml);
+    EXPECT_EQ(lastXml.mid(lastXml.size() - 2), QStringList({"\t<EditMenu/>", "</MenuBar>"}));
+}
+
 // ---------------------------------------------------------------------------
 // Round trips over random menus. The shadow below describes a menu; the test
 // renders it as a file (children shuffled, empty elements sprinkled in) and
