@@ -172,6 +172,11 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
   Kel_LongLabel.cpp
+  Kel_ResourceImage.cpp
+  Kel_Slider.cpp
+  Kel_StandardBistateButton.cpp
+  Kel_StandardRadioButton.cpp
+  Kel_TransparentOverlay.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -180,6 +185,11 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_ImmediateActionButton.h
   Kel_Label.h
   Kel_LongLabel.h
+  Kel_ResourceImage.h
+  Kel_Slider.h
+  Kel_StandardBistateButton.h
+  Kel_StandardRadioButton.h
+  Kel_TransparentOverlay.h
 )
 
 # factory/: the widget factory and form loading

@@ -7,6 +7,9 @@
 #include "Kel_ImmediateActionButton.h"
 #include "Kel_Label.h"
 #include "Kel_LongLabel.h"
+#include "Kel_Slider.h"
+#include "Kel_StandardBistateButton.h"
+#include "Kel_StandardRadioButton.h"
 
 namespace {
 
@@ -47,9 +50,12 @@ void registerLibraryWidgets()
     // Kel_RevealHeader, false: "Header for reveal widget, contains reveal button and display text field"
     // Kel_RevealBody, true: "Body of the reveal widget, contains widget that will be hidden/shown"
     // Kel_ScrollView, true: "Kel ScrollView"
-    // Kel_Slider, false: "model driven slider control"
+    add<Kel_Slider, false>("Kel_Slider", "model driven slider control");
     // Kel_Sprite, false: "Animated bitmap"
-    // Kel_StandardBistateButton, false: "A dual-state button that allows customization via image properties"
+    add<Kel_StandardBistateButton, false>("Kel_StandardBistateButton",
+                                          "A dual-state button that allows customization via image properties");
+    add<Kel_StandardRadioButton, false>("Kel_StandardRadioButton",
+                                        "An image button that is on while a string model holds its state name");
     // Kel_TCLabel, false: "Timecode widget for monitor pane"
     // Kel_TextEdit, false: "QTextEdit connected to or published as string data model"
 }
