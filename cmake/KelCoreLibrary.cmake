@@ -208,7 +208,15 @@ set(KELCORE_FACTORY_HEADERS
   Kel_UIFileFactoryEntry.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# media/: the video monitor and its play-rate overlay
+set(KELCORE_MEDIA_SOURCES
+  Kel_Monitor.cpp
+)
+set(KELCORE_MEDIA_HEADERS
+  Kel_Monitor.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

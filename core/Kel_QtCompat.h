@@ -69,6 +69,17 @@ inline Qt::KeyboardModifiers dropModifiers(const QDropEvent* event)
 #endif
 }
 
+// Sets a font's weight on Qt 5's scale from 0 to 99 (50 normal, 75 bold),
+// which Qt 6 keeps as the "legacy" weight beside its own 100 to 900.
+inline void setLegacyFontWeight(QFont& font, int weight)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    font.setLegacyWeight(weight);
+#else
+    font.setWeight(weight);
+#endif
+}
+
 } // namespace Kel_QtCompat
 
 #endif
