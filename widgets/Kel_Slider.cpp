@@ -165,21 +165,21 @@ void Kel_Slider::handleMsgValueDefault()
 
 void Kel_Slider::handleMsgRangeMinDefault()
 {
-    if (!mRangeMinListener.isConnected())
-        return;
-    long minimum = mMin;
-    mRangeMinListener->get(minimum);
-    mMin = toInt(minimum);
-    rangeChanged();
+    readRangeBound(mRangeMinListener, mMin);
 }
 
 void Kel_Slider::handleMsgRangeMaxDefault()
 {
-    if (!mRangeMaxListener.isConnected())
+    readRangeBound(mRangeMaxListener, mMax);
+}
+
+void Kel_Slider::readRangeBound(const LongProperty& model, int& bound)
+{
+    if (!model.isConnected())
         return;
-    long maximum = mMax;
-    mRangeMaxListener->get(maximum);
-    mMax = toInt(maximum);
+    long value = bound;
+    model->get(value);
+    bound = toInt(value);
     rangeChanged();
 }
 

@@ -96,6 +96,8 @@ private:
     // An unconnected enabled model counts as enabled.
     bool isModelEnabled() const;
     void recomputePixelsPerUnit();
+    // Reads the minimum or maximum model into bound (only while connected).
+    void readRangeBound(const LongProperty& model, int& bound);
     // Rescales and brings the value into a (new) valid range.
     void rangeChanged();
     void applyToolTip(bool enabled);

@@ -96,19 +96,19 @@ void Kel_StandardBistateButton::setImage(visualState state, const QString& path)
 
 void Kel_StandardBistateButton::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    if (!mStateConnSpec.isEmpty()) {
-        mState.setSpec(mStateConnSpec);
-        mDisabled.setSpec(mStateConnSpec + QStringLiteral(".disabled"));
-        if (!Kel_BoundPropertyBase::connectAll(environment, {&mState, &mDisabled}))
-            return; // a notification deleted the button
-    }
-    if (!connectScripts(environment))
-        return;
-    handleStateChangeMsgDefault();
+    if (connectModelsAndScripts(environment, mState, mDisabled))
+        handleStateChangeMsgDefault();
 }
 
-bool Kel_StandardBistateButton::connectScripts(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
+bool Kel_StandardBistateButton::connectModelsAndScripts(boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
+                                                        Kel_BoundPropertyBase& state, Kel_BoundPropertyBase& disabled)
 {
+    if (!mStateConnSpec.isEmpty()) {
+        state.setSpec(mStateConnSpec);
+        disabled.setSpec(mStateConnSpec + QStringLiteral(".disabled"));
+        if (!Kel_BoundPropertyBase::connectAll(environment, {&state, &disabled}))
+            return false; // a notification deleted the button
+    }
     return mOffScript.connect(environment) && mOnScript.connect(environment);
 }
 

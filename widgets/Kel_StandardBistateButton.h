@@ -107,8 +107,11 @@ protected:
     void leaveEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
-    // Connects both scripts; false when a notification deleted the button.
-    bool connectScripts(boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // Connects state to the state specification and disabled to it +
+    // ".disabled" (when it is not empty), then both scripts; false when a
+    // notification deleted the button.
+    bool connectModelsAndScripts(boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
+                                 Kel_BoundPropertyBase& state, Kel_BoundPropertyBase& disabled);
     // Runs one script, then shows the models' state again (a script that
     // changed nothing leaves the button as it was). False when the script
     // deleted the button.
@@ -117,7 +120,6 @@ protected:
     void trackEnter();
     // The pointer left the button while it is held.
     void trackLeave();
-    const QString& stateConnSpec() const { return mStateConnSpec; }
     Kel_ActionScriptRunner& onScript() { return mOnScript; }
     bool isPressed() const { return mPressed; }
     void setPressed(bool pressed) { mPressed = pressed; }

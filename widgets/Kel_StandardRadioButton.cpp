@@ -24,15 +24,8 @@ void Kel_StandardRadioButton::SetStateName(const QString& name)
 
 void Kel_StandardRadioButton::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    if (!stateConnSpec().isEmpty()) {
-        mRadioState.setSpec(stateConnSpec());
-        mRadioDisabled.setSpec(stateConnSpec() + QStringLiteral(".disabled"));
-        if (!Kel_BoundPropertyBase::connectAll(environment, {&mRadioState, &mRadioDisabled}))
-            return; // a notification deleted the button
-    }
-    if (!connectScripts(environment))
-        return;
-    handleStateChangeMsgDefault();
+    if (connectModelsAndScripts(environment, mRadioState, mRadioDisabled))
+        handleStateChangeMsgDefault();
 }
 
 void Kel_StandardRadioButton::handleStateChangeMsgDefault()

@@ -4,31 +4,34 @@ Mve_Clip::Mve_Clip(const QString& name) : Mvt_ClipInterface(name)
 {
 }
 
+namespace {
+
+// Stores value in member and tells the listeners when it differs.
+template <class T, class Notify>
+bool assign(T& member, const T& value, Notify notify)
+{
+    if (value == member)
+        return false;
+    member = value;
+    notify();
+    return true;
+}
+
+} // namespace
+
 bool Mve_Clip::setMobID(const QString& mobID)
 {
-    if (mobID == mMobID)
-        return false;
-    mMobID = mobID;
-    notifyMobIDChanged();
-    return true;
+    return assign(mMobID, mobID, [this] { notifyMobIDChanged(); });
 }
 
 bool Mve_Clip::setMarkIn(const Mv_Timecode& markIn)
 {
-    if (markIn == mMarkIn)
-        return false;
-    mMarkIn = markIn;
-    notifyMarkInChanged();
-    return true;
+    return assign(mMarkIn, markIn, [this] { notifyMarkInChanged(); });
 }
 
 bool Mve_Clip::setMarkOut(const Mv_Timecode& markOut)
 {
-    if (markOut == mMarkOut)
-        return false;
-    mMarkOut = markOut;
-    notifyMarkOutChanged();
-    return true;
+    return assign(mMarkOut, markOut, [this] { notifyMarkOutChanged(); });
 }
 
 bool Mve_Clip::handleGetMobID(QString& mobID)

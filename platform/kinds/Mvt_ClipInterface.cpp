@@ -40,31 +40,35 @@ void Mvt_ClipInterface::notifyMarkOutChanged()
     SendToListeners(Mvt_ClipInterface_Notifications::MsgMarkOutChanged());
 }
 
+namespace {
+
+// Sends a get request of type Request and copies the answer into value
+// only when the model answered.
+template <class Request, class T>
+bool read(const Mv_ListenerBase& listener, T& value)
+{
+    T answer{};
+    if (!listener.SendMessageToModel(Request(&answer), false))
+        return false;
+    value = answer;
+    return true;
+}
+
+} // namespace
+
 bool Mvt_ClipInterface::Listener::getMobID(QString& mobID) const
 {
-    QString value;
-    if (!SendMessageToModel(Mvt_ClipInterface_API::MsgGetMobID(&value), false))
-        return false;
-    mobID = value;
-    return true;
+    return read<Mvt_ClipInterface_API::MsgGetMobID>(*this, mobID);
 }
 
 bool Mvt_ClipInterface::Listener::getMarkIn(Mv_Timecode& markIn) const
 {
-    Mv_Timecode value;
-    if (!SendMessageToModel(Mvt_ClipInterface_API::MsgGetMarkIn(&value), false))
-        return false;
-    markIn = value;
-    return true;
+    return read<Mvt_ClipInterface_API::MsgGetMarkIn>(*this, markIn);
 }
 
 bool Mvt_ClipInterface::Listener::getMarkOut(Mv_Timecode& markOut) const
 {
-    Mv_Timecode value;
-    if (!SendMessageToModel(Mvt_ClipInterface_API::MsgGetMarkOut(&value), false))
-        return false;
-    markOut = value;
-    return true;
+    return read<Mvt_ClipInterface_API::MsgGetMarkOut>(*this, markOut);
 }
 
 QString Mvt_ClipInterface::Listener::mobID() const
