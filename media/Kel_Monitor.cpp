@@ -13,7 +13,12 @@
 #include "TaskScheduler.h"
 #include "TaskSchedulerTask.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QDomDocument>
+#include <QDrag>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
@@ -73,7 +78,8 @@ void publishIfFree(Mv_ModelBase& model, const char* name)
 Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, bool sequenceMonitor)
     : QWidget(parent), mMonitorConn(monitorConn), mSequenceMonitor(sequenceMonitor), mShowSlug(false), mPopupMenuP(nullptr),
       mOverlayEnabledModel(true), mIs4x3(false), mConnected(false), mIsAudioOnly(false), mShowLocalPicture(false),
-      mOverlayP(nullptr), mShownAlpha(kShownAlpha), mHideWidgetMode(false), mHidePending(false)
+      mOverlayP(nullptr), mShownAlpha(kShownAlpha), mHideWidgetMode(false), mHidePending(false),
+      mDragArmed(false)
 {
     setObjectName(name);
     setWindowTitle(name);
@@ -630,4 +636,66 @@ void Kel_Monitor::contextMenuEvent(QContextMenuEvent* event)
     }
     QPoint where = event->globalPos();
     mPopupManagerP->popup(where, mEnvironment ? mEnvironment : Mv_ConnectionEnvironment::blankEnvironment());
+}
+
+QMimeData* Kel_Monitor::createDragData()
+{
+    if (!mCanBeDragged.isConnected() || !mCanBeDragged->value(false) || !mSequence.isConnected())
+        return nullptr;
+    const QString mobID = mSequence->mobID();
+    if (mobID.isEmpty())
+        return nullptr;
+    Mv_Timecode markIn;
+    mSequence->getMarkIn(markIn);
+
+    QDomDocument document;
+    QDomElement root = document.createElement(QStringLiteral("mobIDDragObjectList"));
+    document.appendChild(root);
+    QDomElement clip = document.createElement(QStringLiteral("mobIDDragObject"));
+    root.appendChild(clip);
+    const std::pair<const char*, QString> fields[] = {{"mobID", mobID}, {"markIn", markIn.toString()}};
+    for (const auto& field : fields) {
+        QDomElement element = document.createElement(QString::fromLatin1(field.first));
+        element.appendChild(document.createTextNode(field.second));
+        clip.appendChild(element);
+    }
+    auto* data = new QMimeData;
+    data->setText(document.toString(1));
+    return data;
+}
+
+void Kel_Monitor::startDrag()
+{
+    QMimeData* data = createDragData();
+    if (!data)
+        return;
+    auto* drag = new QDrag(this);
+    drag->setMimeData(data);
+    const QPixmap picture = imageToDisplayInMonitor();
+    if (!picture.isNull())
+        drag->setPixmap(picture.scaledToWidth(std::min(160, picture.width()), Qt::SmoothTransformation));
+    drag->exec(Qt::CopyAction);
+}
+
+void Kel_Monitor::mousePressEvent(QMouseEvent* event)
+{
+    mDragArmed = event->button() == Qt::LeftButton && mConnected && mPictureRect.contains(event->pos());
+    mDragStart = event->pos();
+    QWidget::mousePressEvent(event);
+}
+
+void Kel_Monitor::mouseMoveEvent(QMouseEvent* event)
+{
+    if (mDragArmed && (event->pos() - mDragStart).manhattanLength() >= QApplication::startDragDistance()) {
+        mDragArmed = false;
+        startDrag();
+        return;
+    }
+    QWidget::mouseMoveEvent(event);
+}
+
+void Kel_Monitor::mouseReleaseEvent(QMouseEvent* event)
+{
+    mDragArmed = false;
+    QWidget::mouseReleaseEvent(event);
 }

@@ -26,6 +26,7 @@
 class Kel_PopupMenu;
 class Kel_TransparentOverlay;
 class Mnu_QtManager;
+class QMimeData;
 class TaskSchedulerTask;
 
 // The black frame in which the application shows video. Its picture
@@ -129,6 +130,12 @@ public:
     virtual void hidePlayRateOverlayTaskCB();
     virtual void hidePlayRateOverlayFunc(bool hideWidget);
 
+    // What a drag from the picture carries: a "mobIDDragObjectList" document
+    // (as the lists' drags) with one "mobIDDragObject" holding the "mobID"
+    // and "markIn" of the sequence shown. Null unless the ".CanBeDragged"
+    // model says true and the monitor shows a sequence with a mob id.
+    QMimeData* createDragData();
+
     // Keeps the overlay with the monitor when its window moves or resizes.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -138,6 +145,10 @@ protected:
     void showEvent(QShowEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    // A press in the picture dragged beyond the drag distance drags the sequence.
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
@@ -155,6 +166,7 @@ private:
     // Tells the ".MonitorMoved" action; false when that deleted the monitor.
     bool triggerMonitorMoved();
     void sendGlobalOffset();
+    void startDrag();
 
     QString mMonitorConn;
     bool mSequenceMonitor;
@@ -209,6 +221,9 @@ private:
     bool mHideWidgetMode; // true: hiding hides the window; false: only makes it transparent
     std::unique_ptr<TaskSchedulerTask> mHideTaskP;
     bool mHidePending;
+
+    bool mDragArmed; // a press in the picture that may become a drag
+    QPoint mDragStart;
 };
 
 #endif

@@ -5,6 +5,7 @@
 #include "Kel_Monitor.h"
 #include "Kel_TransparentOverlay.h"
 #include "Mve_Action.h"
+#include "Mve_Clip.h"
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
 #include "Ost_Assert.h"
@@ -12,6 +13,7 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QMimeData>
 #include <QStringList>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -247,4 +249,26 @@ TEST_F(MonitorTest, TheEraseActionPaintsThePictureAndTheSlugShowsUnconnected)
     monitor->connectMonitor();
     ASSERT_TRUE(erase.call(QColor(Qt::white)));
     EXPECT_EQ(monitor->grab().toImage().pixelColor(360, 200), QColor(Qt::white));
+}
+
+TEST_F(MonitorTest, ASequenceMonitorDragsItsClipOnlyWhenAllowed)
+{
+    monitor.reset(new Kel_Monitor(nullptr, QStringLiteral("Record"), QStringLiteral("Mon"), true));
+    Mve_SimpleValue<bool> canDrag(false, "Mon.CanBeDragged");
+    Mve_Clip sequence(QStringLiteral("MonitorSequence"));
+    publishAll({&canDrag, &sequence});
+    Kel_ConnectionUtils::recursiveConnect(monitor.get(), Mv_ConnectionEnvironment::blankEnvironment());
+    EXPECT_EQ(monitor->createDragData(), nullptr); // not allowed
+    canDrag.setValue(true);
+    EXPECT_EQ(monitor->createDragData(), nullptr); // no clip
+    sequence.setMobID(QStringLiteral("060a2b34"));
+    sequence.setMarkIn(Mv_Timecode(0, 0, 10, 5));
+    std::unique_ptr<QMimeData> data(monitor->createDragData());
+    ASSERT_NE(data, nullptr);
+    EXPECT_EQ(data->text(), QStringLiteral("<mobIDDragObjectList>\n"
+                                           " <mobIDDragObject>\n"
+                                           "  <mobID>060a2b34</mobID>\n"
+                                           "  <markIn>00:00:10:05</markIn>\n"
+                                           " </mobIDDragObject>\n"
+                                           "</mobIDDragObjectList>\n"));
 }
