@@ -11,6 +11,7 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QRandomGenerator>
 #include <QTest>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
@@ -263,4 +264,62 @@ TEST_F(RadioTest, AnyDisabledTextGreysTheGroupOut)
     // A new state name applies at once.
     radios[0]->SetStateName(QStringLiteral("1"));
     EXPECT_EQ(states(), (std::vector<int>{1, 1, 0}));
+}
+
+// Any sequence of presses, moves in and out, releases and model changes:
+// the button tracks from a press or a move back over it until it is left,
+// released or the models report; a release while tracking toggles the model.
+TEST_F(BistateTest, RandomPressesMovesAndModelChangesFollowTheTrackingRules)
+{
+    connect();
+    QRandomGenerator random(1903);
+    bool held = false;
+    bool tracking = false; // the shadow of the button's tracking state
+    QPoint at;
+    for (int step = 0; step < 400; ++step) {
+        switch (random.bounded(5)) {
+        case 0:
+            if (!held) {
+                at = QPoint(20, 20);
+                press(at);
+                held = true;
+                tracking = !disabled.getValue();
+            }
+            break;
+        case 1:
+            if (held) {
+                // Qt drops a move to where the pointer is: go somewhere new.
+                const bool inside = random.bounded(2) == 0;
+                at = QPoint(inside ? 10 + step % 20 : 90 + step % 20, 20);
+                move(at);
+                tracking = inside && !disabled.getValue();
+            }
+            break;
+        case 2:
+            if (held) {
+                const bool before = mute.getValue();
+                release(at);
+                EXPECT_EQ(mute.getValue(), tracking ? !before : before) << step;
+                held = tracking = false;
+            }
+            break;
+        case 3:
+            mute.setValue(!mute.getValue());
+            tracking = false; // the report shows the model's state
+            break;
+        default:
+            if (disabled.setValue(random.bounded(4) == 0))
+                tracking = false;
+            break;
+        }
+        const bool on = mute.getValue();
+        Bistate::visualState expected = on ? Bistate::kOnState : Bistate::kOffState;
+        if (disabled.getValue())
+            expected = Bistate::kDisabledState;
+        else if (tracking)
+            expected = on ? Bistate::kOnTrackingState : Bistate::kOffTrackingState;
+        ASSERT_EQ(button->getState(), expected) << step;
+    }
+    if (held)
+        release();
 }
