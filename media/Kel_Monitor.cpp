@@ -61,18 +61,6 @@ bool showsFullHdPixelForPixel()
     return on;
 }
 
-// Publishes model under name unless another monitor holds the name already.
-void publishIfFree(Mv_ModelBase& model, const char* name)
-{
-    const QString connectionName = QString::fromLatin1(name);
-    if (Mv_ConnectionDict::Singleton()->isPublished(connectionName)) {
-        qCDebug(lcKelMedia, "Kel_Monitor: %s is published by another monitor already", name);
-        return;
-    }
-    model.SetConnectionName(connectionName);
-    model.Publish();
-}
-
 } // namespace
 
 Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, bool sequenceMonitor)
@@ -105,7 +93,13 @@ Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, boo
         list->onNotify([this] { updateAspectRatioGeometry(); });
     mPlayState.onNotify([this] { handlePlayStateChanged(); });
     mPlayRate.onNotify([this] { handlePlayRateChanged(); });
-    mOverlayEnabled.onNotify([this] { handlePlayRateOverlayEnableChanged(); });
+    mOverlayEnabled.onNotify([this] {
+        // The monitor that held the shared names went away: this one takes them over.
+        if (!mOverlayEnabled.isConnected() && !mOverlayEnabledModel.isPublished())
+            publishSharedModels();
+        else
+            handlePlayRateOverlayEnableChanged();
+    });
     mAboutToClose.onMessage([this](const Mv_MessageInterface& message) {
         if (!message.is<Mvt_Root_Notifications::MsgConnectedChanged>())
             handleAboutToClose();
@@ -113,12 +107,10 @@ Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, boo
     mAppActive.onNotify([this] { handleAppActivated(); });
 
     // The models the monitor owns.
-    publishIfFree(mOverlayEnabledModel, kOverlayEnabledName);
     mEraseToColorActionP.reset(
         new Mve_Action<void(QColor)>([this](const QColor& color) { eraseMonitorToColor(color); }));
     OST_ASSERT(mEraseToColorActionP);
-    if (mEraseToColorActionP)
-        publishIfFree(*mEraseToColorActionP, kEraseActionName);
+    publishSharedModels();
 
     // The transport and the application, whatever the monitor is connected to.
     const auto blank = Mv_ConnectionEnvironment::blankEnvironment();
@@ -139,6 +131,21 @@ Kel_Monitor::~Kel_Monitor()
 {
     qApp->removeEventFilter(this);
     mPopupManagerP.reset(); // before its menu, a child widget
+}
+
+void Kel_Monitor::publishSharedModels()
+{
+    // Published together: the names stay with the monitor that was first.
+    if (mOverlayEnabledModel.isPublished() || Mv_ConnectionDict::Singleton()->isPublished(QString::fromLatin1(kOverlayEnabledName))) {
+        qCDebug(lcKelMedia, "Kel_Monitor: %s is published by another monitor", kOverlayEnabledName);
+        return;
+    }
+    mOverlayEnabledModel.SetConnectionName(QString::fromLatin1(kOverlayEnabledName));
+    mOverlayEnabledModel.Publish();
+    if (mEraseToColorActionP && !Mv_ConnectionDict::Singleton()->isPublished(QString::fromLatin1(kEraseActionName))) {
+        mEraseToColorActionP->SetConnectionName(QString::fromLatin1(kEraseActionName));
+        mEraseToColorActionP->Publish();
+    }
 }
 
 void Kel_Monitor::setShowSlug(bool on)

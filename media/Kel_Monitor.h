@@ -39,7 +39,7 @@ class TaskSchedulerTask;
 // "PlayInterface.playRate"). The monitor publishes the bool model
 // "Monitor.PlayRateOverlayEnabled" and the action
 // "Monitor.EraseToColor.Action" (taking a QColor) when no other monitor
-// holds those names yet.
+// holds those names, and takes them over when the monitor holding them goes.
 class KELCORE_EXPORT Kel_Monitor : public QWidget, public Kel_WidgetConnectInterface
 {
     Q_OBJECT
@@ -157,6 +157,9 @@ private:
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> StringArrayProperty;
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<long>>::Listener> LongArrayProperty;
 
+    // Publishes the overlay-enabled model and the erase action unless
+    // another monitor holds their names.
+    void publishSharedModels();
     QString baseName(const char* suffix) const;
     QString playState() const;
     bool overlayEnabled() const;

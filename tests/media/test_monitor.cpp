@@ -244,11 +244,18 @@ TEST_F(MonitorTest, TheEraseActionPaintsThePictureAndTheSlugShowsUnconnected)
     EXPECT_EQ(monitor->grab().toImage().pixelColor(5, 5), QColor(Qt::blue));
     EXPECT_EQ(monitor->grab().toImage().pixelColor(360, 200), QColor(Qt::black));
 
-    // A second monitor finds the names taken and leaves them to the first.
-    delete new Kel_Monitor(nullptr, QStringLiteral("Source"));
+    // A second monitor finds the names taken and leaves them to the first,
+    // until the first goes.
+    std::unique_ptr<Kel_Monitor> second(new Kel_Monitor(nullptr, QStringLiteral("Source"), QStringLiteral("Mon")));
+    second->resize(720, 400);
+    Kel_ConnectionUtils::recursiveConnect(second.get(), Mv_ConnectionEnvironment::blankEnvironment());
     monitor->connectMonitor();
     ASSERT_TRUE(erase.call(QColor(Qt::white)));
     EXPECT_EQ(monitor->grab().toImage().pixelColor(360, 200), QColor(Qt::white));
+    EXPECT_NE(second->grab().toImage().pixelColor(360, 200), QColor(Qt::white));
+    monitor.reset();
+    ASSERT_TRUE(erase.call(QColor(Qt::white)));
+    EXPECT_EQ(second->grab().toImage().pixelColor(360, 200), QColor(Qt::white));
 }
 
 TEST_F(MonitorTest, ASequenceMonitorDragsItsClipOnlyWhenAllowed)
@@ -271,4 +278,28 @@ TEST_F(MonitorTest, ASequenceMonitorDragsItsClipOnlyWhenAllowed)
                                            "  <markIn>00:00:10:05</markIn>\n"
                                            " </mobIDDragObject>\n"
                                            "</mobIDDragObjectList>\n"));
+}
+
+TEST_F(MonitorTest, TheOverlayLeavesWithTheMonitorAndWithTheApplication)
+{
+    Mve_SimpleValue<bool> active(true, "Application.Active");
+    active.Publish();
+    makeMonitor(QSize(720, 400));
+    models.playState.setValue(QStringLiteral("playing"));
+    ASSERT_TRUE(overlay()->isVisible());
+
+    // A window of its own, the overlay would stay on screen without the monitor.
+    monitor->hide();
+    EXPECT_FALSE(overlay()->isVisible());
+    models.playRate.setValue(2.0);
+    EXPECT_FALSE(overlay()->isVisible());
+    monitor->show();
+    EXPECT_TRUE(overlay()->isVisible());
+    EXPECT_EQ(monitor->playRateOverlayText(), QStringLiteral("2x >>"));
+
+    active.setValue(false);
+    EXPECT_FALSE(overlay()->isVisible());
+    active.setValue(true);
+    EXPECT_TRUE(overlay()->isVisible());
+    EXPECT_EQ(overlay()->alpha(), 143);
 }
