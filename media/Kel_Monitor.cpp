@@ -1,5 +1,6 @@
 #include "Kel_Monitor.h"
 
+#include "Kel_KeymapMgr.h"
 #include "Kel_Logging_p.h"
 #include "Kel_PopupMenu.h"
 #include "Kel_QtCompat.h"
@@ -75,6 +76,7 @@ Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, boo
     black.setColor(QPalette::Window, QColor(QStringLiteral("black")));
     setPalette(black);
     setAutoFillBackground(true);
+    setFocusPolicy(Qt::ClickFocus); // for the keys of the "MainMonitor" keymap context
     qApp->installEventFilter(this);
 
     mMonitorImage.onNotify([this] { handleMsgFromMonitorImage(); });
@@ -705,4 +707,15 @@ void Kel_Monitor::mouseReleaseEvent(QMouseEvent* event)
 {
     mDragArmed = false;
     QWidget::mouseReleaseEvent(event);
+}
+
+void Kel_Monitor::keyPressEvent(QKeyEvent* event)
+{
+    if (Kel_KeymapMgr::getInstance()->handleAction(
+            event, QStringLiteral("MainMonitor"),
+            mEnvironment ? mEnvironment : Mv_ConnectionEnvironment::blankEnvironment())) {
+        event->accept();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }

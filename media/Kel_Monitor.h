@@ -149,6 +149,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    // Keys mapped in the keymap context "MainMonitor" run there; others go to the parent.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;

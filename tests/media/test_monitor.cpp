@@ -2,6 +2,7 @@
 // published, the play-rate overlay's texts, its hiding in both modes on the
 // task scheduler's manual clock, and the models the monitor publishes.
 #include "Kel_ConnectionUtils.h"
+#include "Kel_KeymapMgr.h"
 #include "Kel_Monitor.h"
 #include "Kel_TransparentOverlay.h"
 #include "Mve_Action.h"
@@ -302,4 +303,19 @@ TEST_F(MonitorTest, TheOverlayLeavesWithTheMonitorAndWithTheApplication)
     active.setValue(true);
     EXPECT_TRUE(overlay()->isVisible());
     EXPECT_EQ(overlay()->alpha(), 143);
+}
+
+TEST_F(MonitorTest, KeysMappedInTheMainMonitorContextRunThereAndOthersGoOn)
+{
+    int stops = 0;
+    Mve_Action<void()> stop([&stops] { ++stops; }, "Test.MonitorStop");
+    stop.Publish();
+    Kel_KeymapMgr* keymap = Kel_KeymapMgr::getInstance();
+    ASSERT_TRUE(keymap->add(QKeySequence(QStringLiteral("K")), QStringLiteral("Test.MonitorStop"), QStringLiteral("Stop"),
+                            QString(), QStringLiteral("MainMonitor"), QString(), false));
+    makeMonitor(QSize(320, 180));
+    QTest::keyClick(monitor.get(), Qt::Key_K);
+    QTest::keyClick(monitor.get(), Qt::Key_J); // not mapped: ignored here
+    keymap->removeKeysOfContext(QStringLiteral("MainMonitor"));
+    EXPECT_EQ(stops, 1);
 }
