@@ -191,6 +191,11 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_AutoAlignTextEdit.cpp
   Kel_TextEdit.cpp
   Kel_AutoSizeTextEdit.cpp
+  Kel_ResourceImage.cpp
+  Kel_Slider.cpp
+  Kel_StandardBistateButton.cpp
+  Kel_StandardRadioButton.cpp
+  Kel_TransparentOverlay.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -209,6 +214,11 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_AutoAlignTextEdit.h
   Kel_TextEdit.h
   Kel_AutoSizeTextEdit.h
+  Kel_ResourceImage.h
+  Kel_Slider.h
+  Kel_StandardBistateButton.h
+  Kel_StandardRadioButton.h
+  Kel_TransparentOverlay.h
 )
 
 # factory/: the widget factory and form loading
@@ -229,7 +239,15 @@ set(KELCORE_FACTORY_HEADERS
   Kel_EditMenuTestWindow.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# media/: the video monitor and its play-rate overlay
+set(KELCORE_MEDIA_SOURCES
+  Kel_Monitor.cpp
+)
+set(KELCORE_MEDIA_HEADERS
+  Kel_Monitor.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})
