@@ -172,6 +172,21 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
   Kel_LongLabel.cpp
+  Kel_ActionDialog.cpp
+  Kel_Bitmap.cpp
+  Kel_Busy.cpp
+  Kel_CheckBoxList.cpp
+  Kel_Double.cpp
+  Kel_DropdownList.cpp
+  Kel_EnhancedCheckBoxList.cpp
+  Kel_ImageMappedButtons.cpp
+  Kel_PlayButton.cpp
+  Kel_PopupDisplay.cpp
+  Kel_RadioGroupListBox.cpp
+  Kel_RevealBody.cpp
+  Kel_RevealButton.cpp
+  Kel_RevealHeader.cpp
+  Kel_ScrollView.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -180,6 +195,21 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_ImmediateActionButton.h
   Kel_Label.h
   Kel_LongLabel.h
+  Kel_ActionDialog.h
+  Kel_Bitmap.h
+  Kel_Busy.h
+  Kel_CheckBoxList.h
+  Kel_Double.h
+  Kel_DropdownList.h
+  Kel_EnhancedCheckBoxList.h
+  Kel_ImageMappedButtons.h
+  Kel_PlayButton.h
+  Kel_PopupDisplay.h
+  Kel_RadioGroupListBox.h
+  Kel_RevealBody.h
+  Kel_RevealButton.h
+  Kel_RevealHeader.h
+  Kel_ScrollView.h
 )
 
 # factory/: the widget factory and form loading
