@@ -12,6 +12,8 @@
 #include <QEnterEvent>
 #include <QEvent>
 #include <QFont>
+#include <QLabel>
+#include <QPixmap>
 #include <QPoint>
 #include <QtGlobal>
 
@@ -66,6 +68,18 @@ inline Qt::KeyboardModifiers dropModifiers(const QDropEvent* event)
     return event->modifiers();
 #else
     return event->keyboardModifiers();
+#endif
+}
+
+// The pixmap a label shows, by value (null without one): Qt 5.15 answers a
+// pointer from pixmap() and a value from pixmap(Qt::ReturnByValue), Qt 6 a
+// value from pixmap().
+inline QPixmap labelPixmap(const QLabel* label)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return label->pixmap();
+#else
+    return label->pixmap(Qt::ReturnByValue);
 #endif
 }
 
