@@ -228,7 +228,17 @@ set(KELCORE_FACTORY_HEADERS
   Kel_UIFileFactoryEntry.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# dialogs/: status window and progress thermometer
+set(KELCORE_DIALOGS_SOURCES
+  Kel_ProgressThermometer.cpp
+  Kel_StatusWindow.cpp
+)
+set(KELCORE_DIALOGS_HEADERS
+  Kel_ProgressThermometer.h
+  Kel_StatusWindow.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory dialogs)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})
