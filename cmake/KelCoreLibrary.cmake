@@ -167,6 +167,7 @@ set(KELCORE_KEYMAP_HEADERS
 # widgets/: value and button widgets
 set(KELCORE_WIDGETS_SOURCES
   Kel_ActionButton.cpp
+  Kel_AnimationTimer.cpp
   Kel_ActionScriptRunner.cpp
   Kel_CheckBox.cpp
   Kel_ImmediateActionButton.cpp
@@ -210,6 +211,9 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_RevealButton.h
   Kel_RevealHeader.h
   Kel_ScrollView.h
+)
+set(KELCORE_WIDGETS_PRIVATE_HEADERS
+  Kel_AnimationTimer_p.h
 )
 
 # factory/: the widget factory and form loading

@@ -1,9 +1,9 @@
 #include "Kel_ProgressThermometer.h"
 
+#include "Kel_AnimationTimer_p.h"
 #include "Kel_WhatsThis.h"
 
 #include <QPainter>
-#include <QTimerEvent>
 #include <cmath>
 
 namespace {
@@ -14,7 +14,14 @@ const int kSweepSteps = 50;
 } // namespace
 
 Kel_ProgressThermometer::Kel_ProgressThermometer(QWidget* parent, const char* name)
-    : QWidget(parent), mFraction(-1.0), mIndeterminate(false), mSweep(0)
+    : QWidget(parent)
+    , mFraction(-1.0)
+    , mIndeterminate(false)
+    , mSweep(0)
+    , mAnimationP(new Kel_AnimationTimer(this, kSweepInterval, [this] {
+        mSweep = (mSweep + 1) % (2 * kSweepSteps);
+        update();
+    }))
 {
     setObjectName(QString::fromLatin1(name));
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -35,7 +42,7 @@ void Kel_ProgressThermometer::updateAppearance()
     const bool known = mProgress->get(value) && !std::isnan(value);
     mIndeterminate = known && value < 0.0;
     mFraction = known && !mIndeterminate ? qBound(0.0, value, 1.0) : -1.0;
-    updateTimer();
+    mAnimationP->setRunning(mIndeterminate);
     update();
 }
 
@@ -52,14 +59,6 @@ QSize Kel_ProgressThermometer::sizeHint() const
 QSize Kel_ProgressThermometer::minimumSizeHint() const
 {
     return QSize(40, fontMetrics().height() + 8);
-}
-
-void Kel_ProgressThermometer::updateTimer()
-{
-    if (mIndeterminate && isVisible())
-        mTimer.start(kSweepInterval, this);
-    else
-        mTimer.stop();
 }
 
 void Kel_ProgressThermometer::paintEvent(QPaintEvent*)
@@ -83,26 +82,4 @@ void Kel_ProgressThermometer::paintEvent(QPaintEvent*)
         painter.setPen(palette().color(QPalette::Text));
         painter.drawText(rect(), Qt::AlignCenter, text());
     }
-}
-
-void Kel_ProgressThermometer::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != mTimer.timerId()) {
-        QWidget::timerEvent(event);
-        return;
-    }
-    mSweep = (mSweep + 1) % (2 * kSweepSteps);
-    update();
-}
-
-void Kel_ProgressThermometer::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    updateTimer();
-}
-
-void Kel_ProgressThermometer::hideEvent(QHideEvent* event)
-{
-    QWidget::hideEvent(event);
-    updateTimer();
 }

@@ -7,9 +7,11 @@
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
 
-#include <QBasicTimer>
 #include <QByteArray>
 #include <QWidget>
+#include <memory>
+
+class Kel_AnimationTimer;
 
 // A progress thermometer: a bar filled to the fraction held by a double
 // model (0 nothing done, 1 all done; values outside are clamped) with the
@@ -45,18 +47,13 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
-    void updateTimer();
-
     Kel_BoundProperty<Mvt_SimpleValue<double>::Listener> mProgress{this, Kel_BoundPropertyBase::kConnectAlways};
     double mFraction;
     bool mIndeterminate;
     int mSweep;
-    QBasicTimer mTimer;
+    std::unique_ptr<Kel_AnimationTimer> mAnimationP;
 };
 
 #endif

@@ -1,9 +1,9 @@
 #include "Kel_Busy.h"
 
+#include "Kel_AnimationTimer_p.h"
 #include "Kel_WhatsThis.h"
 
 #include <QPainter>
-#include <QTimerEvent>
 
 namespace {
 
@@ -13,7 +13,13 @@ const int kDefaultInterval = 80;
 } // namespace
 
 Kel_Busy::Kel_Busy(QWidget* parent, const char* name)
-    : QWidget(parent), mIsBusy(false), mInterval(kDefaultInterval), mFrame(0)
+    : QWidget(parent)
+    , mIsBusy(false)
+    , mFrame(0)
+    , mAnimationP(new Kel_AnimationTimer(this, kDefaultInterval, [this] {
+        mFrame = (mFrame + 1) % kSpokes;
+        update();
+    }))
 {
     setObjectName(QString::fromLatin1(name));
     mBusy.onNotify([this] { updateAppearance(); });
@@ -24,9 +30,17 @@ Kel_Busy::~Kel_Busy() = default;
 
 void Kel_Busy::setInterval(int ms)
 {
-    mInterval = qMax(10, ms);
-    if (mTimer.isActive())
-        mTimer.start(mInterval, this);
+    mAnimationP->setInterval(ms);
+}
+
+int Kel_Busy::getInterval() const
+{
+    return mAnimationP->interval();
+}
+
+bool Kel_Busy::isAnimating() const
+{
+    return mAnimationP->isActive();
 }
 
 void Kel_Busy::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
@@ -42,16 +56,8 @@ void Kel_Busy::updateAppearance()
     if (busy == mIsBusy)
         return;
     mIsBusy = busy;
-    updateTimer();
+    mAnimationP->setRunning(busy);
     update();
-}
-
-void Kel_Busy::updateTimer()
-{
-    if (mIsBusy && isVisible())
-        mTimer.start(mInterval, this);
-    else
-        mTimer.stop();
 }
 
 QSize Kel_Busy::sizeHint() const
@@ -79,26 +85,4 @@ void Kel_Busy::paintEvent(QPaintEvent*)
         painter.drawLine(QPointF(0, -5.0), QPointF(0, -10.0));
         painter.restore();
     }
-}
-
-void Kel_Busy::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != mTimer.timerId()) {
-        QWidget::timerEvent(event);
-        return;
-    }
-    mFrame = (mFrame + 1) % kSpokes;
-    update();
-}
-
-void Kel_Busy::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    updateTimer();
-}
-
-void Kel_Busy::hideEvent(QHideEvent* event)
-{
-    QWidget::hideEvent(event);
-    updateTimer();
 }

@@ -7,9 +7,11 @@
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
 
-#include <QBasicTimer>
 #include <QByteArray>
 #include <QWidget>
+#include <memory>
+
+class Kel_AnimationTimer;
 
 // An animated busy indicator (a ring of spokes turning) that runs while its
 // bool model holds true. While idle, and without a connected model, it
@@ -29,7 +31,7 @@ public:
     QByteArray getConnection() const { return mBusy.spec().toUtf8(); }
     // Milliseconds between two frames of the animation.
     void setInterval(int ms);
-    int getInterval() const { return mInterval; }
+    int getInterval() const;
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
@@ -38,7 +40,7 @@ public:
 
     bool isBusy() const { return mIsBusy; }
     // Whether frames are being drawn: busy and shown.
-    bool isAnimating() const { return mTimer.isActive(); }
+    bool isAnimating() const;
     // The spoke drawn brightest; it advances by one every interval.
     int frame() const { return mFrame; }
 
@@ -46,18 +48,12 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
-    void updateTimer();
-
     Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mBusy{this};
     bool mIsBusy;
-    int mInterval;
     int mFrame;
-    QBasicTimer mTimer;
+    std::unique_ptr<Kel_AnimationTimer> mAnimationP;
 };
 
 #endif

@@ -2,7 +2,6 @@
 // Kel_EnhancedCheckBoxList, Kel_RadioGroupListBox, Kel_DropdownList and
 // Kel_PopupDisplay, driven with real input.
 #include "Kel_CheckBoxList.h"
-#include "Kel_ConnectionUtils.h"
 #include "Kel_DropdownList.h"
 #include "Kel_EnhancedCheckBoxList.h"
 #include "Kel_PopupDisplay.h"
@@ -11,13 +10,13 @@
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
 #include "TestSupport.h"
+#include "WidgetTestSupport.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -25,12 +24,12 @@ namespace {
 
 // A shown window, and a record array "Choice.Channels" of three rows with a
 // name and a checked field.
-class ChoiceWidgetTest : public ::testing::Test
+class ChoiceWidgetTest : public WidgetWindowTest
 {
 protected:
     void SetUp() override
     {
-        layout = new QVBoxLayout(&window);
+        WidgetWindowTest::SetUp();
         channels.addField<QString>(QStringLiteral("name"));
         channels.addField<bool>(QStringLiteral("checked"), false);
         const QString names[] = {QStringLiteral("Left"), QStringLiteral("Right"), QStringLiteral("Centre")};
@@ -39,19 +38,6 @@ protected:
         channels.setValue(1, QStringLiteral("checked"), true);
         channels.Publish();
     }
-    template <class W>
-    W* add(const char* name)
-    {
-        auto* w = new W(&window, name);
-        layout->addWidget(w);
-        return w;
-    }
-    void show()
-    {
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    }
-    void connect() { Kel_ConnectionUtils::recursiveConnect(&window, Mv_ConnectionEnvironment::blankEnvironment()); }
     static void clickButton(QAbstractButton* button)
     {
         QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(6, button->height() / 2));
@@ -65,8 +51,6 @@ protected:
         return items;
     }
 
-    QWidget window;
-    QVBoxLayout* layout = nullptr;
     Mve_RecordArray channels{"Choice.Channels"};
 };
 

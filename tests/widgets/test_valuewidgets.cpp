@@ -2,7 +2,6 @@
 // Kel_Bitmap, Kel_PlayButton and Kel_ImageMappedButtons, driven with real input.
 #include "Kel_Bitmap.h"
 #include "Kel_Busy.h"
-#include "Kel_ConnectionUtils.h"
 #include "Kel_Double.h"
 #include "Kel_ImageMappedButtons.h"
 #include "Kel_PlayButton.h"
@@ -12,12 +11,12 @@
 #include "Mve_SimpleValue.h"
 #include "Ost_Resource.h"
 #include "TestSupport.h"
+#include "WidgetTestSupport.h"
 
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -25,33 +24,18 @@ namespace {
 
 // A shown window whose widgets the test adds; the resource path points at
 // the test images (red normal, green tracking, grey disabled, 8 x 8).
-class ValueWidgetTest : public ::testing::Test
+class ValueWidgetTest : public WidgetWindowTest
 {
 protected:
     void SetUp() override
     {
+        WidgetWindowTest::SetUp();
         Ost_Resource::setResourcePath(testDataDir() + QStringLiteral("factory/"));
-        layout = new QVBoxLayout(&window);
     }
     void TearDown() override { Ost_Resource::setResourcePath(previousResourcePath); }
-    template <class W>
-    W* add(const char* name)
-    {
-        auto* w = new W(&window, name);
-        layout->addWidget(w);
-        return w;
-    }
-    void show()
-    {
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-    }
-    void connect() { Kel_ConnectionUtils::recursiveConnect(&window, Mv_ConnectionEnvironment::blankEnvironment()); }
     static QRgb pixelOf(QWidget* w, int x, int y) { return w->grab().toImage().pixel(x, y) | 0xff000000; }
 
     const QString previousResourcePath = Ost_Resource::getResourcePath();
-    QWidget window;
-    QVBoxLayout* layout = nullptr;
 };
 
 } // namespace
@@ -257,6 +241,11 @@ protected:
     Mve_ActionArray<void()> actions{[this](long i) { calls.push_back(i); }, 3, "Value.MapButtons"};
 };
 
+bool allButTheSecond(long button)
+{
+    return button != 1;
+}
+
 } // namespace
 
 TEST_F(ImageMapTest, AClickOnAButtonsAreaCallsItsAction)
@@ -282,7 +271,7 @@ TEST_F(ImageMapTest, AClickOnAButtonsAreaCallsItsAction)
 
 TEST_F(ImageMapTest, DisabledOrMissingActionsLeaveTheirButtonsInert)
 {
-    actions.setEnabledFunction([](long i) { return i != 1; });
+    actions.setEnabledFunction(&allButTheSecond);
     actions.Publish();
     buttons->setBaseConnectionSpec("Value.MapButtons");
     show();

@@ -158,6 +158,15 @@ void addRow(QGroupBox* box, const QString& label, QWidget* widget)
     static_cast<QFormLayout*>(box->layout())->addRow(label, widget);
 }
 
+// A new widget in the next row of the group, after label.
+template <class W>
+W* row(QGroupBox* box, const char* name, const QString& label)
+{
+    W* widget = make<W>(box, name);
+    addRow(box, label, widget);
+    return widget;
+}
+
 QWidget* createGalleryPanel(QWidget* parent)
 {
     GalleryModels::instance();
@@ -171,9 +180,8 @@ QWidget* createGalleryPanel(QWidget* parent)
 
     // Values.
     auto* values = group(QStringLiteral("Values"), contents);
-    auto* gain = make<Kel_Double>(values, "gain");
+    auto* gain = row<Kel_Double>(values, "gain", QStringLiteral("Kel_Double (Gallery.Gain)"));
     gain->setConnectionSpec("Gallery.Gain");
-    addRow(values, QStringLiteral("Kel_Double (Gallery.Gain)"), gain);
     auto* busyBox = make<Kel_CheckBox>(values, "busyBox");
     busyBox->setText(QStringLiteral("Busy"));
     busyBox->setCheckedStateConnectionSpec("Gallery.Busy");
@@ -186,61 +194,50 @@ QWidget* createGalleryPanel(QWidget* parent)
     busyLayout->addWidget(busy);
     busyLayout->addStretch();
     addRow(values, QStringLiteral("Kel_Busy (Gallery.Busy)"), busyRow);
-    auto* picture = make<Kel_PopupDisplay>(values, "picture");
+    auto* picture = row<Kel_PopupDisplay>(values, "picture", QStringLiteral("Kel_PopupDisplay (Gallery.ImagePath)"));
     picture->addItems({QStringLiteral("Images/FormPlay.png"), QStringLiteral("Images/GalleryPause.png"),
                        QStringLiteral("Images/GalleryTransport.png"), QStringLiteral("Images/Missing.png")});
     picture->setCurrentNameConnectionSpec("Gallery.ImagePath");
-    addRow(values, QStringLiteral("Kel_PopupDisplay (Gallery.ImagePath)"), picture);
-    auto* bitmap = make<Kel_Bitmap>(values, "bitmap");
+    auto* bitmap = row<Kel_Bitmap>(values, "bitmap", QStringLiteral("Kel_Bitmap"));
     bitmap->setPathConnection("Gallery.ImagePath");
     bitmap->setMinimumHeight(50);
-    addRow(values, QStringLiteral("Kel_Bitmap"), bitmap);
     grid->addWidget(values, 0, 0);
 
     // Choices among rows.
     auto* choices = group(QStringLiteral("Lists"), contents);
-    auto* tracks = make<Kel_CheckBoxList>(choices, "tracks");
+    auto* tracks = row<Kel_CheckBoxList>(choices, "tracks", QStringLiteral("Kel_CheckBoxList"));
     tracks->setListConnectionSpec("Gallery.Tracks");
-    addRow(choices, QStringLiteral("Kel_CheckBoxList"), tracks);
-    auto* moreTracks = make<Kel_EnhancedCheckBoxList>(choices, "moreTracks");
+    auto* moreTracks = row<Kel_EnhancedCheckBoxList>(choices, "moreTracks", QStringLiteral("Kel_EnhancedCheckBoxList"));
     moreTracks->setListConnectionSpec("Gallery.Tracks");
-    addRow(choices, QStringLiteral("Kel_EnhancedCheckBoxList"), moreTracks);
-    auto* solo = make<Kel_RadioGroupListBox>(choices, "solo");
+    auto* solo = row<Kel_RadioGroupListBox>(choices, "solo", QStringLiteral("Kel_RadioGroupListBox"));
     solo->SetConn("Gallery.Tracks");
-    addRow(choices, QStringLiteral("Kel_RadioGroupListBox"), solo);
-    auto* format = make<Kel_DropdownList>(choices, "format");
+    auto* format = row<Kel_DropdownList>(choices, "format", QStringLiteral("Kel_DropdownList"));
     format->setListConnectionSpec("Gallery.Formats");
     format->setCurrentIndexConnectionSpec("Gallery.FormatIndex");
-    addRow(choices, QStringLiteral("Kel_DropdownList"), format);
-    auto* rate = make<Kel_PopupDisplay>(choices, "rate");
+    auto* rate = row<Kel_PopupDisplay>(choices, "rate", QStringLiteral("Kel_PopupDisplay"));
     rate->addItems({QStringLiteral("24"), QStringLiteral("25"), QStringLiteral("30")});
     rate->setCurrentNameConnectionSpec("Gallery.FrameRate");
-    addRow(choices, QStringLiteral("Kel_PopupDisplay"), rate);
     grid->addWidget(choices, 0, 1, 2, 1);
 
     // Transport.
     auto* transport = group(QStringLiteral("Transport"), contents);
-    auto* play = make<Kel_PlayButton>(transport, "play");
+    auto* play = row<Kel_PlayButton>(transport, "play", QStringLiteral("Kel_PlayButton"));
     play->setNormalImage("Images/FormPlay.png");
     play->setTrackingImage("Images/FormPlayPressed.png");
     play->setPlayingNormalImage("Images/GalleryPause.png");
     play->setPlayingTrackingImage("Images/GalleryPausePressed.png");
     play->setActionScript("Gallery.TogglePlay()");
     play->setPlayStateConnSpec("Gallery.PlayState");
-    addRow(transport, QStringLiteral("Kel_PlayButton"), play);
-    auto* state = make<Kel_Label>(transport, "playState");
+    auto* state = row<Kel_Label>(transport, "playState", QStringLiteral("Gallery.PlayState"));
     state->setTextConnectionSpec("Gallery.PlayState");
-    addRow(transport, QStringLiteral("Gallery.PlayState"), state);
-    auto* shapes = make<Kel_ImageMappedButtons>(transport, "shapes");
+    auto* shapes = row<Kel_ImageMappedButtons>(transport, "shapes", QStringLiteral("Kel_ImageMappedButtons"));
     shapes->setImage("Images/GalleryTransport.png");
     shapes->setTrackingImage("Images/GalleryTransportPressed.png");
     shapes->setMapImage("Images/GalleryTransportMap.png");
     shapes->setButtonColors({QStringLiteral("#ff0000"), QStringLiteral("#00ff00"), QStringLiteral("#0000ff")});
     shapes->setBaseConnectionSpec("Gallery.Transport");
-    addRow(transport, QStringLiteral("Kel_ImageMappedButtons"), shapes);
-    auto* last = make<Kel_Label>(transport, "lastTransport");
+    auto* last = row<Kel_Label>(transport, "lastTransport", QString());
     last->setTextConnectionSpec("Gallery.LastTransport");
-    addRow(transport, QString(), last);
     grid->addWidget(transport, 1, 0);
 
     // A reveal group.
@@ -265,12 +262,10 @@ QWidget* createGalleryPanel(QWidget* parent)
     auto* start = new Kel_ActionButton(work, "startWork", QStringLiteral("Start long work"),
                                        QStringLiteral("Gallery.StartWork()"));
     addRow(work, QStringLiteral("Kel_StatusWindow"), start);
-    auto* lastWork = make<Kel_Label>(work, "lastWork");
+    auto* lastWork = row<Kel_Label>(work, "lastWork", QString());
     lastWork->setTextConnectionSpec("Gallery.LastWork");
-    addRow(work, QString(), lastWork);
-    auto* thermometer = make<Kel_ProgressThermometer>(work, "thermometer");
+    auto* thermometer = row<Kel_ProgressThermometer>(work, "thermometer", QStringLiteral("Kel_ProgressThermometer"));
     thermometer->setProgressConnectionSpec("Gallery.Progress");
-    addRow(work, QStringLiteral("Kel_ProgressThermometer"), thermometer);
     auto* status = make<Kel_StatusWindow>(page, "statusWindow");
     status->setMessageConnectionSpec("Gallery.Message");
     status->setProgressConnectionSpec("Gallery.Progress");
