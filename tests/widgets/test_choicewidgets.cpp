@@ -13,12 +13,14 @@
 #include "WidgetTestSupport.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -261,4 +263,86 @@ TEST_F(ChoiceWidgetTest, PopupDisplayShowsAndSetsTheCurrentName)
     EXPECT_FALSE(unbound->isEnabled());
     rate.UnPublish();
     EXPECT_FALSE(popup->isEnabled());
+}
+
+// Rows inserted, removed and moved, values changed by the application and
+// ticks and choices made by the user, in random order: the boxes and radio
+// buttons always show the model, row for row.
+TEST_F(ChoiceWidgetTest, ListsFollowEveryOrderOfRowChangesAndClicks)
+{
+    channels.addField<QString>(QStringLiteral("id"));
+    for (long row = 0; row < channels.rowCount(); ++row)
+        channels.setValue(row, QStringLiteral("id"), QStringLiteral("id%1").arg(row));
+    Mve_SimpleValue<QString> current(QStringLiteral("id0"), "Choice.Channels.currentID");
+    current.Publish();
+    auto* list = add<Kel_CheckBoxList>("channels");
+    list->setListConnectionSpec("Choice.Channels");
+    auto* group = add<Kel_RadioGroupListBox>("group");
+    group->SetConn("Choice.Channels");
+    show();
+    connect();
+
+    std::mt19937 random(20261125);
+    auto pick = [&random](long n) { return long(std::uniform_int_distribution<long>(0, n - 1)(random)); };
+    int nextId = 100;
+    for (int step = 0; step < 300; ++step) {
+        SCOPED_TRACE(step);
+        QCoreApplication::processEvents(); // new boxes show, as they would for a user
+        const long rows = channels.rowCount();
+        switch (pick(8)) {
+        case 0:
+        case 7: {
+            const long row = pick(rows + 1);
+            channels.insertRows(row);
+            channels.setValue(row, QStringLiteral("name"), QStringLiteral("N%1").arg(nextId));
+            channels.setValue(row, QStringLiteral("id"), QStringLiteral("id%1").arg(nextId++));
+            break;
+        }
+        case 1:
+            if (rows > 0)
+                channels.removeRows(pick(rows));
+            break;
+        case 2:
+            if (rows > 1)
+                channels.moveRow(pick(rows), pick(rows));
+            break;
+        case 3:
+            if (rows > 0)
+                channels.setValue(pick(rows), QStringLiteral("checked"), pick(2) == 0);
+            break;
+        case 4:
+            channels.setReadOnly(pick(3) == 0);
+            current.setReadOnly(channels.isReadOnly());
+            break;
+        case 5:
+            if (list->count() > 0) {
+                const long row = pick(list->count());
+                ASSERT_TRUE(list->box(int(row))->isVisible());
+                const bool before = checkedAt(row);
+                clickButton(list->box(int(row)));
+                EXPECT_EQ(checkedAt(row), channels.isReadOnly() ? before : !before);
+            }
+            break;
+        case 6:
+            if (group->count() > 0) {
+                const long row = pick(group->count());
+                const QString before = current.getValue();
+                clickButton(group->button(int(row)));
+                const QString id = channels.value<QString>(row, QStringLiteral("id"));
+                EXPECT_EQ(current.getValue(), current.isReadOnly() ? before : id);
+            }
+            break;
+        }
+        ASSERT_EQ(list->count(), channels.rowCount());
+        ASSERT_EQ(group->count(), channels.rowCount());
+        long chosen = -1;
+        for (int row = 0; row < list->count(); ++row) {
+            EXPECT_EQ(list->box(row)->text(), channels.value<QString>(row, QStringLiteral("name")));
+            EXPECT_EQ(list->box(row)->isChecked(), checkedAt(row));
+            EXPECT_EQ(group->button(row)->text(), list->box(row)->text());
+            if (chosen < 0 && channels.value<QString>(row, QStringLiteral("id")) == current.getValue())
+                chosen = row;
+        }
+        EXPECT_EQ(group->currentRow(), chosen);
+    }
 }
