@@ -3,9 +3,17 @@
 #include "Kel_WhatsThis.h"
 
 #include <QCheckBox>
-#include <climits>
 #include <QPointer>
 #include <QVBoxLayout>
+
+namespace {
+
+// Each row is a real widget: a list longer than this (a model gone wrong)
+// shows its first rows rather than exhausting the machine. Long lists
+// belong in a list view.
+const long kMaxRows = 10000;
+
+} // namespace
 
 Kel_CheckBoxList::Kel_CheckBoxList(QWidget* parent, const char* name)
     : QWidget(parent), mBoxLayoutP(nullptr), mApplyingModelState(false)
@@ -58,7 +66,7 @@ void Kel_CheckBoxList::updateAppearance()
 {
     QPointer<Kel_CheckBoxList> self(this);
     const long rows = mList->size();
-    resizeBoxes(int(qBound(0L, rows, long(INT_MAX))));
+    resizeBoxes(int(qBound(0L, rows, kMaxRows)));
     const bool wasApplying = mApplyingModelState;
     mApplyingModelState = true;
     for (int row = 0; row < mBoxes.size(); ++row) {

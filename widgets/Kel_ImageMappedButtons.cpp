@@ -43,21 +43,21 @@ void Kel_ImageMappedButtons::setImage(const QByteArray& path)
     mImageName = path;
     mImage = loadImage(path);
     updateGeometry();
-    update();
+    refresh();
 }
 
 void Kel_ImageMappedButtons::setTrackingImage(const QByteArray& path)
 {
     mTrackingName = path;
     mTracking = loadImage(path);
-    update();
+    refresh();
 }
 
 void Kel_ImageMappedButtons::setMapImage(const QByteArray& path)
 {
     mMapName = path;
     mMap = loadImage(path);
-    update();
+    refresh();
 }
 
 void Kel_ImageMappedButtons::setButtonColors(const QStringList& colors)
@@ -85,7 +85,7 @@ void Kel_ImageMappedButtons::updateAppearance()
         mEnabled[i] = mActions->isElementEnabled(i);
     if (!isButtonEnabled(mPressed))
         mPressed = -1;
-    update();
+    refresh();
 }
 
 int Kel_ImageMappedButtons::buttonAt(const QPoint& point) const
@@ -123,7 +123,7 @@ void Kel_ImageMappedButtons::setPressed(int button)
     if (button == mPressed)
         return;
     mPressed = button;
-    update();
+    refresh();
 }
 
 void Kel_ImageMappedButtons::mousePressEvent(QMouseEvent* event)
@@ -146,18 +146,16 @@ void Kel_ImageMappedButtons::mouseReleaseEvent(QMouseEvent* event)
     mActions->triggerElement(pressed);
 }
 
-void Kel_ImageMappedButtons::paintEvent(QPaintEvent*)
+void Kel_ImageMappedButtons::refresh()
 {
-    QPainter painter(this);
-    if (mImage.isNull())
-        return;
-    QImage shown = mImage;
+    // The picture as shown, made once per change rather than at every paint.
+    mShown = mImage;
     const bool track = mPressed >= 0 && mTracking.size() == mImage.size();
     const bool anyDisabled = mEnabled.contains(false);
-    if ((track || anyDisabled) && mMap.size() == mImage.size()) {
-        for (int y = 0; y < shown.height(); ++y) {
-            auto* line = reinterpret_cast<QRgb*>(shown.scanLine(y));
-            for (int x = 0; x < shown.width(); ++x) {
+    if ((track || anyDisabled) && !mImage.isNull() && mMap.size() == mImage.size()) {
+        for (int y = 0; y < mShown.height(); ++y) {
+            auto* line = reinterpret_cast<QRgb*>(mShown.scanLine(y));
+            for (int x = 0; x < mShown.width(); ++x) {
                 const int button = mColors.indexOf(mMap.pixel(x, y));
                 if (button < 0)
                     continue;
@@ -168,5 +166,11 @@ void Kel_ImageMappedButtons::paintEvent(QPaintEvent*)
             }
         }
     }
-    painter.drawImage(0, 0, shown);
+    update();
+}
+
+void Kel_ImageMappedButtons::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.drawImage(0, 0, mShown);
 }

@@ -73,6 +73,7 @@ protected:
 
 private:
     void setPressed(int button);
+    void refresh();
 
     Kel_BoundProperty<ActionArray::Listener> mActions{this, Kel_BoundPropertyBase::kConnectAlways};
     Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> mToolTips{this};
@@ -83,6 +84,7 @@ private:
     QImage mImage;
     QImage mTracking;
     QImage mMap;
+    QImage mShown;
     QVector<QRgb> mColors;
     QVector<bool> mEnabled;
     int mPressed;

@@ -6,9 +6,13 @@
 #include <QPointer>
 #include <QRadioButton>
 #include <QVBoxLayout>
-#include <climits>
 
 namespace {
+
+// Each row is a real widget: a list longer than this (a model gone wrong)
+// shows its first rows rather than exhausting the machine. Long lists
+// belong in a list view.
+const long kMaxRows = 10000;
 
 // The model named on its own, else the one derived from the base.
 QString specOrDerived(const QByteArray& own, const QByteArray& base, const char* suffix)
@@ -89,7 +93,7 @@ void Kel_RadioGroupListBox::updateAppearance()
     long rows = mList->size();
     if (!mList.isNamed() && mNames.isConnected())
         rows = mNames->size(); // the names alone give the rows
-    resizeButtons(int(qBound(0L, rows, long(INT_MAX))));
+    resizeButtons(int(qBound(0L, rows, kMaxRows)));
 
     Mv_Variant current;
     const bool hasCurrent =
