@@ -4,6 +4,7 @@
 
 #include "Kel_ActionButton.h"
 #include "Kel_ActionDialog.h"
+#include "Kel_AutoSizeTextEdit.h"
 #include "Kel_Bitmap.h"
 #include "Kel_Busy.h"
 #include "Kel_CheckBox.h"
@@ -13,7 +14,9 @@
 #include "Kel_EnhancedCheckBoxList.h"
 #include "Kel_ImageMappedButtons.h"
 #include "Kel_ImmediateActionButton.h"
+#include "Kel_KeyEdit.h"
 #include "Kel_Label.h"
+#include "Kel_LineEdit.h"
 #include "Kel_LongLabel.h"
 #include "Kel_PlayButton.h"
 #include "Kel_PopupDisplay.h"
@@ -22,6 +25,8 @@
 #include "Kel_RevealButton.h"
 #include "Kel_RevealHeader.h"
 #include "Kel_ScrollView.h"
+#include "Kel_TCLabel.h"
+#include "Kel_TextEdit.h"
 
 namespace {
 
@@ -40,7 +45,7 @@ void registerLibraryWidgets()
 {
     add<Kel_ActionButton, false>("Kel_ActionButton", "Action model connected button");
     add<Kel_ActionDialog, false>("Kel_ActionDialog", "Dialog box with action script on accept");
-    // Kel_AutoSizeTextEdit, false: "Text edit that grows with its text, for the in-place editors"
+    add<Kel_AutoSizeTextEdit, false>("Kel_AutoSizeTextEdit", "Text edit that grows with its text, for the in-place editors");
     add<Kel_Bitmap, false>("Kel_Bitmap", "model driven bitmap");
     add<Kel_Busy, false>("Kel_Busy", "Animated busy indicator connected to Mvt_bool");
     add<Kel_CheckBox, false>("Kel_CheckBox", "Model/View connected check box control");
@@ -51,8 +56,8 @@ void registerLibraryWidgets()
     add<Kel_ImageMappedButtons, false>("Kel_ImageMappedButtons", "model driven collection of non-rectangular buttons");
     add<Kel_ImmediateActionButton, false>("Kel_ImmediateActionButton", "Immediate action button for transport control");
     add<Kel_Label, false>("Kel_Label", "QLabel with Model/View connection for label text");
-    // Kel_KeyEdit, false: "QLineEdit that handles key sequences"
-    // Kel_LineEdit, false: "QLineEdit connected to or published as string data model"
+    add<Kel_KeyEdit, false>("Kel_KeyEdit", "QLineEdit that handles key sequences");
+    add<Kel_LineEdit, false>("Kel_LineEdit", "QLineEdit connected to or published as string data model");
     add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
     // Kel_Placard, false: "Placard widget for place-holding"
     add<Kel_PlayButton, false>("Kel_PlayButton", "Immediate action play button for transport control");
@@ -65,8 +70,8 @@ void registerLibraryWidgets()
     // Kel_Slider, false: "model driven slider control"
     // Kel_Sprite, false: "Animated bitmap"
     // Kel_StandardBistateButton, false: "A dual-state button that allows customization via image properties"
-    // Kel_TCLabel, false: "Timecode widget for monitor pane"
-    // Kel_TextEdit, false: "QTextEdit connected to or published as string data model"
+    add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");
+    add<Kel_TextEdit, false>("Kel_TextEdit", "QTextEdit connected to or published as string data model");
 }
 
 const struct Registration
