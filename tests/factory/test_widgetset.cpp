@@ -1,6 +1,6 @@
 // The value, choice, reveal and container widgets as forms use them: each is
-// registered under its class name, made by the factory from a form file with
-// the form's properties, and bound by one recursive connection.
+// made by the factory from a form file with the form's properties and bound
+// by one recursive connection.
 #include "Kel_ActionDialog.h"
 #include "Kel_Bitmap.h"
 #include "Kel_Busy.h"
@@ -11,13 +11,11 @@
 #include "Kel_Double.h"
 #include "Kel_DropdownList.h"
 #include "Kel_EnhancedCheckBoxList.h"
-#include "Kel_FactoryEntryInterface.h"
 #include "Kel_ImageMappedButtons.h"
 #include "Kel_Label.h"
 #include "Kel_PlayButton.h"
 #include "Kel_PopupDisplay.h"
 #include "Kel_QtCompat.h"
-#include "Kel_QtWidgetFactoryRegistry.h"
 #include "Kel_RadioGroupListBox.h"
 #include "Kel_RevealBody.h"
 #include "Kel_RevealButton.h"
@@ -37,50 +35,6 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
-
-TEST(WidgetSetRegistry, EachClassIsRegisteredWithItsDescription)
-{
-    struct Expected
-    {
-        const char* key;
-        bool container;
-        const char* description;
-    };
-    const Expected classes[] = {
-        {"Kel_ActionDialog", false, "Dialog box with action script on accept"},
-        {"Kel_Bitmap", false, "model driven bitmap"},
-        {"Kel_Busy", false, "Animated busy indicator connected to Mvt_bool"},
-        {"Kel_CheckBoxList", false, "List of checkboxes determined through model/view connections"},
-        {"Kel_Double", false, "A Widget to display a double value"},
-        {"Kel_DropdownList", false, "model driven drop down item list"},
-        {"Kel_EnhancedCheckBoxList", false,
-         "List of checkboxes determined through model/view connections, with additional controls"},
-        {"Kel_ImageMappedButtons", false, "model driven collection of non-rectangular buttons"},
-        {"Kel_PlayButton", false, "Immediate action play button for transport control"},
-        {"Kel_PopupDisplay", false, "A combobox"},
-        {"Kel_RadioGroupListBox", false, "Radio Group-style List Box"},
-        {"Kel_RevealButton", false, "Contains reveal button that shows/hides body widget"},
-        {"Kel_RevealHeader", false, "Header for reveal widget, contains reveal button and display text field"},
-        {"Kel_RevealBody", true, "Body of the reveal widget, contains widget that will be hidden/shown"},
-        {"Kel_ScrollView", true, "Kel ScrollView"},
-    };
-    Kel_QtWidgetFactoryRegistry loader;
-    QWidget parent;
-    for (const Expected& c : classes) {
-        SCOPED_TRACE(c.key);
-        const QString key = QString::fromLatin1(c.key);
-        Kel_FactoryEntryInterface* entry = Kel_QtWidgetFactoryRegistry::getEntry(key);
-        ASSERT_NE(entry, nullptr);
-        EXPECT_EQ(entry->getToolTip(), QString::fromLatin1(c.description));
-        EXPECT_EQ(entry->getWhatsThis(), QString::fromLatin1(c.description));
-        EXPECT_EQ(entry->isContainer(), c.container);
-        QWidget* made = loader.createWidget(key, &parent, QStringLiteral("made"));
-        ASSERT_NE(made, nullptr);
-        EXPECT_EQ(QString::fromLatin1(made->metaObject()->className()), key);
-        EXPECT_EQ(made->objectName(), QStringLiteral("made"));
-        EXPECT_NE(dynamic_cast<Kel_WidgetConnectInterface*>(made), nullptr);
-    }
-}
 
 namespace {
 
