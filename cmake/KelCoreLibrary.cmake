@@ -177,6 +177,7 @@ set(KELCORE_KEYMAP_HEADERS
 set(KELCORE_WIDGETS_SOURCES
   Kel_ActionButton.cpp
   Kel_ActionScriptRunner.cpp
+  Kel_AnimationTimer.cpp
   Kel_CheckBox.cpp
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
@@ -196,6 +197,21 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_StandardBistateButton.cpp
   Kel_StandardRadioButton.cpp
   Kel_TransparentOverlay.cpp
+  Kel_ActionDialog.cpp
+  Kel_Bitmap.cpp
+  Kel_Busy.cpp
+  Kel_CheckBoxList.cpp
+  Kel_Double.cpp
+  Kel_DropdownList.cpp
+  Kel_EnhancedCheckBoxList.cpp
+  Kel_ImageMappedButtons.cpp
+  Kel_PlayButton.cpp
+  Kel_PopupDisplay.cpp
+  Kel_RadioGroupListBox.cpp
+  Kel_RevealBody.cpp
+  Kel_RevealButton.cpp
+  Kel_RevealHeader.cpp
+  Kel_ScrollView.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -219,6 +235,24 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_StandardBistateButton.h
   Kel_StandardRadioButton.h
   Kel_TransparentOverlay.h
+  Kel_ActionDialog.h
+  Kel_Bitmap.h
+  Kel_Busy.h
+  Kel_CheckBoxList.h
+  Kel_Double.h
+  Kel_DropdownList.h
+  Kel_EnhancedCheckBoxList.h
+  Kel_ImageMappedButtons.h
+  Kel_PlayButton.h
+  Kel_PopupDisplay.h
+  Kel_RadioGroupListBox.h
+  Kel_RevealBody.h
+  Kel_RevealButton.h
+  Kel_RevealHeader.h
+  Kel_ScrollView.h
+)
+set(KELCORE_WIDGETS_PRIVATE_HEADERS
+  Kel_AnimationTimer_p.h
 )
 
 # factory/: the widget factory and form loading
@@ -247,7 +281,17 @@ set(KELCORE_MEDIA_HEADERS
   Kel_Monitor.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media)
+# dialogs/: status window and progress thermometer
+set(KELCORE_DIALOGS_SOURCES
+  Kel_ProgressThermometer.cpp
+  Kel_StatusWindow.cpp
+)
+set(KELCORE_DIALOGS_HEADERS
+  Kel_ProgressThermometer.h
+  Kel_StatusWindow.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media dialogs)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

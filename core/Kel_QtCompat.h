@@ -12,6 +12,8 @@
 #include <QEnterEvent>
 #include <QEvent>
 #include <QFont>
+#include <QLabel>
+#include <QPixmap>
 #include <QPoint>
 #include <QtGlobal>
 #include <climits>
@@ -90,6 +92,18 @@ inline void setLegacyFontWeight(QFont& font, int weight)
     font.setWeight(QFont::Weight(nearest));
 #else
     font.setWeight(weight);
+#endif
+}
+
+// The pixmap a label shows, by value (null without one): Qt 5.15 answers a
+// pointer from pixmap() and a value from pixmap(Qt::ReturnByValue), Qt 6 a
+// value from pixmap().
+inline QPixmap labelPixmap(const QLabel* label)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return label->pixmap();
+#else
+    return label->pixmap(Qt::ReturnByValue);
 #endif
 }
 
