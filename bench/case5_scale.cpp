@@ -5,6 +5,9 @@
 #include "Mv_ConnectionEnvironment.h"
 #include "Mve_SimpleValue.h"
 
+#include <QHash>
+#include <QStringList>
+
 #include <cmath>
 #include <cstdio>
 #include <memory>

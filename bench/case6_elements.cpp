@@ -6,6 +6,8 @@
 #include "Mve_Array.h"
 #include "Mve_Index.h"
 
+#include <QObject>
+
 #include <cstdio>
 #include <memory>
 #include <random>
