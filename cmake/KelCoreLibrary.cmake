@@ -198,7 +198,20 @@ set(KELCORE_FACTORY_HEADERS
   Kel_UIFileFactoryEntry.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# lists/: lists bound to array models, widget lists and stacks
+set(KELCORE_LISTS_SOURCES
+  Kel_ListsFactoryRegistration.cpp
+  Kel_Placard.cpp
+  Kel_WidgetList.cpp
+  Kel_WidgetStack.cpp
+)
+set(KELCORE_LISTS_HEADERS
+  Kel_Placard.h
+  Kel_WidgetList.h
+  Kel_WidgetStack.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory lists)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

@@ -39,7 +39,6 @@ void registerLibraryWidgets()
     // Kel_KeyEdit, false: "QLineEdit that handles key sequences"
     // Kel_LineEdit, false: "QLineEdit connected to or published as string data model"
     add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
-    // Kel_Placard, false: "Placard widget for place-holding"
     // Kel_PlayButton, false: "Immediate action play button for transport control"
     // Kel_PopupDisplay, false: "A combobox"
     // Kel_RadioGroupListBox, false: "Radio Group-style List Box"
