@@ -121,10 +121,9 @@ void Kel_WidgetStack::refreshStack()
 {
     const QPointer<Kel_WidgetStack> self(this);
     if (!mPlacardUIFileName.isEmpty() && (!mPlacardP || mPlacardLoadedFrom != mPlacardUIFileName)) {
-        if (mPlacardP) {
+        if (mPlacardP)
             QStackedWidget::removeWidget(mPlacardP);
-            mPlacardP->deleteLater();
-        }
+        discardCard(mPlacardP);
         mPlacardP = Kel_CreateWidgetFromUILayout(QString::fromUtf8(mPlacardUIFileName), this, nullptr, true);
         mPlacardLoadedFrom = mPlacardP ? mPlacardUIFileName : QByteArray();
         if (!mPlacardP)
@@ -136,8 +135,8 @@ void Kel_WidgetStack::refreshStack()
     if (!self)
         return;
 
-    // The list shrinks as i grows: this removes every other card and keeps
-    // the rest, and stays so.
+    // The list shrinks as i grows, so this removes the first, third, ...
+    // cards and keeps the others: behaviour that existing owners see, kept as it is.
     for (long i = 0; self && i < entryCount(); ++i)
         removeWidget(i);
 
@@ -147,20 +146,34 @@ void Kel_WidgetStack::refreshStack()
         showCurrentTab();
 }
 
-void Kel_WidgetStack::removeWidget(long index)
+bool Kel_WidgetStack::takeEntry(long index, const char* caller, QPointer<QWidget>* card)
 {
     if (index < 0 || index >= entryCount()) {
-        qCDebug(lcKelWidgets, "Kel_WidgetStack::removeWidget, index %ld out of range", index);
-        return;
+        qCDebug(lcKelWidgets, "Kel_WidgetStack::%s, index %ld out of range", caller, index);
+        return false;
     }
-    const QPointer<QWidget> card = mEntries[size_t(index)].card;
+    *card = mEntries[size_t(index)].card;
     mEntries.erase(mEntries.begin() + index);
-    if (card) {
-        QStackedWidget::removeWidget(card);
-        card->hide();
-        // Later, so that a card may close its own tab from one of its handlers.
-        card->deleteLater();
-    }
+    if (*card)
+        QStackedWidget::removeWidget(*card);
+    return true;
+}
+
+void Kel_WidgetStack::discardCard(QWidget* card)
+{
+    if (!card)
+        return;
+    card->hide();
+    // Later, so that a card may close its own tab from one of its handlers.
+    card->deleteLater();
+}
+
+void Kel_WidgetStack::removeWidget(long index)
+{
+    QPointer<QWidget> card;
+    if (!takeEntry(index, "removeWidget", &card))
+        return;
+    discardCard(card);
     if (mEntries.empty() && !isHidden()) {
         if (mPlacardP)
             raisePlacard();
@@ -197,19 +210,11 @@ void Kel_WidgetStack::addWidget(long index, long id, QString viewType, QString e
 
 void Kel_WidgetStack::reinitializeWidget(long index)
 {
-    if (index < 0 || index >= entryCount()) {
-        qCDebug(lcKelWidgets, "Kel_WidgetStack::reinitializeWidget, index %ld out of range", index);
+    QPointer<QWidget> old;
+    if (!takeEntry(index, "reinitializeWidget", &old))
         return;
-    }
-    const QPointer<QWidget> old = mEntries[size_t(index)].card;
-    mEntries.erase(mEntries.begin() + index);
-    if (old)
-        QStackedWidget::removeWidget(old);
     addWidget(index, getId(index), getViewType(index), getEnv(index));
-    if (old) {
-        old->hide();
-        old->deleteLater();
-    }
+    discardCard(old);
 }
 
 void Kel_WidgetStack::reconnectWidget(long index)

@@ -98,6 +98,11 @@ private:
     QString getEnv(long index) const;
     QString getViewType(long index) const;
 
+    // Takes the entry at index out of the list, and its card out of the
+    // stack; false (and a debug message naming caller) when there is none.
+    bool takeEntry(long index, const char* caller, QPointer<QWidget>* card);
+    // Hides a card taken out and deletes it on the next turn of the event loop.
+    static void discardCard(QWidget* card);
     Mv_ConnectionEnvironment::Ptr cardEnvironment(const QString& environment) const;
     int findEntry(long id) const;
     // Raises the current tab's card, or the placard when it has none.
