@@ -276,6 +276,17 @@ TEST_F(WidgetStackTest, ReplacedTabsAreInsertedRemovedOrRemadeByTheirIds)
     EXPECT_EQ(stack->entryCount(), 1);
 }
 
+TEST_F(WidgetStackTest, MovedTabsTakeTheirCardsAlong)
+{
+    for (long id : {1, 2, 3})
+        addTab(id, "Notes");
+    connect();
+    const QList<QWidget*> before = cards();
+    tabs.moveRow(0, 2);
+    EXPECT_EQ(cards(), QList<QWidget*>({before[1], before[2], before[0]}));
+    EXPECT_EQ(stack->entryId(2), 1);
+}
+
 TEST_F(WidgetStackTest, BadIndexesAreReportedAndChangeNothing)
 {
     addTab(10, "Notes");
