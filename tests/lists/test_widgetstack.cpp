@@ -5,6 +5,7 @@
 #include "Kel_Placard.h"
 #include "Kel_QtWidgetFactoryRegistry.h"
 #include "Kel_FactoryEntryInterface.h"
+#include "Kel_FontManager.h"
 #include "Kel_WidgetStack.h"
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
@@ -12,6 +13,7 @@
 #include "TestSupport.h"
 
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QProxyStyle>
@@ -323,4 +325,18 @@ TEST(Placard, IsRegisteredWithTheFactory)
     EXPECT_FALSE(entry->isContainer());
     QWidget parent;
     EXPECT_NE(qobject_cast<Kel_Placard*>(entry->create(&parent, QStringLiteral("p"), false)), nullptr);
+}
+
+TEST(Placard, TakesTheTopLinesFontFromTheFontManager)
+{
+    QFont large;
+    large.setPointSize(31);
+    Kel_FontManager::setFont(QStringLiteral("FontSettings.Kel_Placard.TopLine.Font"), large);
+    Kel_Placard placard(nullptr, "placard");
+    placard.setTopLine(QStringLiteral("Nothing here"));
+    const QList<QLabel*> lines = placard.findChildren<QLabel*>();
+    ASSERT_EQ(lines.size(), 2);
+    EXPECT_EQ(lines[0]->text(), QStringLiteral("Nothing here"));
+    EXPECT_EQ(lines[0]->font().pointSize(), 31);
+    EXPECT_NE(lines[1]->font().pointSize(), 31);
 }
