@@ -1,5 +1,6 @@
 #include "Mnu_QtMenuBarManager.h"
 
+#include "Dak_EditMenu.h"
 #include "Kel_Logging_p.h"
 #include "Kel_MenuBar.h"
 #include "Kel_PopupMenu.h"
@@ -10,6 +11,7 @@
 
 #include <QAction>
 #include <QDomElement>
+#include <QMenu>
 #include <QMap>
 #include <QStringList>
 
@@ -109,10 +111,15 @@ void Mnu_QtMenuBarManager::addMenu(Mnu_Menu* menu)
 bool Mnu_QtMenuBarManager::instantiateMenus()
 {
     removeBarItems();
-    for (Mnu_QtManager* manager : mManagers) {
+    for (int i = 0; i < mManagers.size(); ++i) {
+        if (i == mEditMenuIndex)
+            insertEditMenuItem(nullptr);
+        Mnu_QtManager* manager = mManagers.at(i);
         manager->instantiateMenus();
         mItemIDs.append(makeBarItem(manager, nullptr));
     }
+    if (mEditMenuIndex >= mManagers.size())
+        insertEditMenuItem(nullptr);
     mInstantiated = true;
     return true;
 }
@@ -120,6 +127,7 @@ bool Mnu_QtMenuBarManager::instantiateMenus()
 void Mnu_QtMenuBarManager::clearMenus()
 {
     removeBarItems();
+    mEditMenuIndex = -1;
     const QList<Mnu_QtManager*> managers = mManagers;
     mManagers.clear();
     qDeleteAll(managers);
@@ -304,10 +312,8 @@ void Mnu_QtMenuBarManager::refreshMenuBar()
     for (int i = 0; i < mManagers.size(); ++i) {
         Mnu_QtManager* manager = mManagers.at(i);
         if (!mItemIDs.at(i)) {
-            // A reserved item: put it before the next menu's item.
-            QAction* before = nullptr;
-            for (int j = i + 1; j < mItemIDs.size() && !before; ++j)
-                before = mItemIDs.at(j).data();
+            // A reserved item: put it before the next item of the bar.
+            QAction* before = itemAfter(i);
             if (!manager->isInstantiated())
                 manager->instantiateMenus();
             mItemIDs[i] = makeBarItem(manager, before);
@@ -381,6 +387,8 @@ bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
         QDomElement child = node.toElement();
         if (child.tagName() == QLatin1String("Menu"))
             addManager(&child);
+        else if (child.tagName() == QLatin1String("EditMenu"))
+            addEditMenu();
         else
             qCDebug(lcKelMenu, "Mnu_Manager::xmlParser - unexpected tag <%s> parsing <MenuBar>, continuing",
                     qPrintable(child.tagName()));
@@ -388,8 +396,41 @@ bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
     return true;
 }
 
+void Mnu_QtMenuBarManager::addEditMenu()
+{
+    if (mEditMenuItem && mMenuBarP)
+        mMenuBarP->removeAction(mEditMenuItem);
+    mEditMenuItem = nullptr;
+    mEditMenuIndex = mManagers.size();
+    if (mInstantiated)
+        insertEditMenuItem(nullptr);
+}
+
+QAction* Mnu_QtMenuBarManager::itemAfter(int index) const
+{
+    for (int j = index + 1; j <= mItemIDs.size(); ++j) {
+        if (j == mEditMenuIndex && mEditMenuItem)
+            return mEditMenuItem;
+        if (j < mItemIDs.size() && mItemIDs.at(j))
+            return mItemIDs.at(j);
+    }
+    return nullptr;
+}
+
+void Mnu_QtMenuBarManager::insertEditMenuItem(QAction* before)
+{
+    if (!mMenuBarP)
+        return;
+    // The one Edit menu may stand in several bars; each bar only shows its item.
+    mEditMenuItem = Dak_EditMenu::instance().menu()->menuAction();
+    mMenuBarP->insertAction(before, mEditMenuItem);
+}
+
 void Mnu_QtMenuBarManager::removeBarItems()
 {
+    if (mEditMenuItem && mMenuBarP)
+        mMenuBarP->removeAction(mEditMenuItem);
+    mEditMenuItem = nullptr;
     for (const QPointer<QAction>& item : mItemIDs) {
         if (!item)
             continue;

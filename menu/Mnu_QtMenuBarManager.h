@@ -67,6 +67,13 @@ public:
     Mnu_QtManager* getManagerAt(int index) const;
     Kel_MenuBar* getMenuBar() const;
 
+    // Places the application's Edit menu (Dak_EditMenu) after the drop-down
+    // menus added so far; an <EditMenu/> element of a <MenuBar> file does
+    // this at its place. A bar holds the Edit menu once: a second call moves it.
+    void addEditMenu();
+    // Whether the bar holds the Edit menu.
+    bool hasEditMenu() const { return mEditMenuIndex >= 0; }
+
     // Updates the bar's items (titles, visibility, reserved items) from the
     // menus' models without rebuilding the drop-down menus.
     void refreshMenuBar();
@@ -88,10 +95,17 @@ private:
     QAction* makeBarItem(Mnu_QtManager* manager, QAction* before);
     Mnu_QtManager* managerNamed(const QString& name) const;
     Mnu_Segment* findSegmentByAccelerator(Mnu_Menu* menu, const QKeySequence& sequence, int depth);
+    // The bar item shown after the menu at index, in bar order; null when none.
+    QAction* itemAfter(int index) const;
+    void insertEditMenuItem(QAction* before);
 
     QPointer<Kel_MenuBar> mMenuBarP;
     QList<Mnu_QtManager*> mManagers; // owned: deleted when replaced and with the bar manager
     QList<QPointer<QAction>> mItemIDs;
+    // The Edit menu's place: the number of drop-down menus before it (-1: none).
+    int mEditMenuIndex = -1;
+    // The Edit menu's own item while the bar shows it (owned by Dak_EditMenu).
+    QPointer<QAction> mEditMenuItem;
     std::unique_ptr<Mnu_QtMenuBarEventFilter> mEventFilterP;
 };
 
