@@ -182,27 +182,27 @@ Result appendRows(int n)
         });
 }
 
+// Prints the line of the larger run and the growth from the smaller one,
+// which must stay within x1.5 (the same cost, within noise).
+bool printGrowth(const char* name, const char* target, const char* smaller, const Result& few, const Result& many)
+{
+    const double growth = many.kelNs / few.kelNs;
+    const bool met = growth <= 1.5;
+    printLine(name, formatTime(many.kelNs), formatTime(many.qtNs), QString::number(many.ratio, 'f', 2),
+              QString::fromLatin1(target), met);
+    std::printf("    %s: %s (Qt %s); growth x%.2f\n", smaller, qPrintable(formatTime(few.kelNs)),
+                qPrintable(formatTime(few.qtNs)), growth);
+    return met;
+}
+
 bool benchWidgetList()
 {
-    const Result fewChange = cellChange(10);
-    const Result manyChange = cellChange(1000);
-    const double changeGrowth = manyChange.kelNs / fewChange.kelNs;
     // A change reaching every row would grow x100 here.
-    const bool changeMet = changeGrowth <= 1.5;
-    printLine("8 widget list: one cell of 1,000 rows x 5", formatTime(manyChange.kelNs), formatTime(manyChange.qtNs),
-              QString::number(manyChange.ratio, 'f', 2), QStringLiteral("as with 10 rows (<= x1.5)"), changeMet);
-    std::printf("    per change with 10 rows: %s (Qt %s); 10 -> 1,000 rows: x%.2f\n",
-                qPrintable(formatTime(fewChange.kelNs)), qPrintable(formatTime(fewChange.qtNs)), changeGrowth);
-
-    const Result fewAppend = appendRows(100);
-    const Result manyAppend = appendRows(1000);
-    const double appendGrowth = manyAppend.kelNs / fewAppend.kelNs;
+    const bool changeMet = printGrowth("8 widget list: one cell of 1,000 rows x 5", "as with 10 rows (<= x1.5)",
+                                       "per change with 10 rows", cellChange(10), cellChange(1000));
     // Linear: the time per row stays put when there are ten times more.
-    const bool appendMet = appendGrowth <= 1.5;
-    printLine("8 widget list: append 1,000 rows, per row", formatTime(manyAppend.kelNs), formatTime(manyAppend.qtNs),
-              QString::number(manyAppend.ratio, 'f', 2), QStringLiteral("linear (per row <= x1.5)"), appendMet);
-    std::printf("    per row appending 100: %s (Qt %s); 100 -> 1,000 rows: x%.2f per row\n",
-                qPrintable(formatTime(fewAppend.kelNs)), qPrintable(formatTime(fewAppend.qtNs)), appendGrowth);
+    const bool appendMet = printGrowth("8 widget list: append 1,000 rows, per row", "linear (per row <= x1.5)",
+                                       "per row appending 100", appendRows(100), appendRows(1000));
     return changeMet && appendMet;
 }
 
