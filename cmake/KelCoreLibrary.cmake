@@ -157,6 +157,9 @@ set(KELCORE_MENU_HEADERS
   Mnu_SubmenuSegment.h
   Kel_EditMenuCommands.h
 )
+set(KELCORE_MENU_PRIVATE_HEADERS
+  Mnu_Writer_p.h
+)
 
 # keymap/: keymaps and keys
 set(KELCORE_KEYMAP_SOURCES
@@ -188,6 +191,11 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_AutoAlignTextEdit.cpp
   Kel_TextEdit.cpp
   Kel_AutoSizeTextEdit.cpp
+  Kel_ResourceImage.cpp
+  Kel_Slider.cpp
+  Kel_StandardBistateButton.cpp
+  Kel_StandardRadioButton.cpp
+  Kel_TransparentOverlay.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -206,6 +214,11 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_AutoAlignTextEdit.h
   Kel_TextEdit.h
   Kel_AutoSizeTextEdit.h
+  Kel_ResourceImage.h
+  Kel_Slider.h
+  Kel_StandardBistateButton.h
+  Kel_StandardRadioButton.h
+  Kel_TransparentOverlay.h
 )
 
 # factory/: the widget factory and form loading
@@ -226,6 +239,14 @@ set(KELCORE_FACTORY_HEADERS
   Kel_EditMenuTestWindow.h
 )
 
+# media/: the video monitor and its play-rate overlay
+set(KELCORE_MEDIA_SOURCES
+  Kel_Monitor.cpp
+)
+set(KELCORE_MEDIA_HEADERS
+  Kel_Monitor.h
+)
+
 # lists/: lists bound to array models, widget lists and stacks
 set(KELCORE_LISTS_SOURCES
   Kel_ListsFactoryRegistration.cpp
@@ -239,7 +260,7 @@ set(KELCORE_LISTS_HEADERS
   Kel_WidgetStack.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory lists)
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

@@ -12,6 +12,8 @@
 #include "Kel_LongLabel.h"
 #include "Kel_TCLabel.h"
 #include "Kel_TextEdit.h"
+#include "Kel_Slider.h"
+#include "Kel_StandardBistateButton.h"
 
 namespace {
 
@@ -51,9 +53,10 @@ void registerLibraryWidgets()
     // Kel_RevealHeader, false: "Header for reveal widget, contains reveal button and display text field"
     // Kel_RevealBody, true: "Body of the reveal widget, contains widget that will be hidden/shown"
     // Kel_ScrollView, true: "Kel ScrollView"
-    // Kel_Slider, false: "model driven slider control"
+    add<Kel_Slider, false>("Kel_Slider", "model driven slider control");
     // Kel_Sprite, false: "Animated bitmap"
-    // Kel_StandardBistateButton, false: "A dual-state button that allows customization via image properties"
+    add<Kel_StandardBistateButton, false>("Kel_StandardBistateButton",
+                                          "A dual-state button that allows customization via image properties");
     add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");
     add<Kel_TextEdit, false>("Kel_TextEdit", "QTextEdit connected to or published as string data model");
 }
