@@ -182,6 +182,7 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
   Kel_LongLabel.cpp
+  Kel_Placard.cpp
   Kel_ModelInspector.cpp
   Kel_TCLabel.cpp
   Kel_Time.cpp
@@ -220,6 +221,7 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_ImmediateActionButton.h
   Kel_Label.h
   Kel_LongLabel.h
+  Kel_Placard.h
   Kel_ModelInspector.h
   Kel_TCLabel.h
   Kel_Time.h
@@ -291,7 +293,17 @@ set(KELCORE_DIALOGS_HEADERS
   Kel_StatusWindow.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media dialogs)
+# lists/: lists bound to array models, widget lists and stacks
+set(KELCORE_LISTS_SOURCES
+  Kel_WidgetList.cpp
+  Kel_WidgetStack.cpp
+)
+set(KELCORE_LISTS_HEADERS
+  Kel_WidgetList.h
+  Kel_WidgetStack.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

@@ -18,6 +18,7 @@
 #include "Kel_Label.h"
 #include "Kel_LineEdit.h"
 #include "Kel_LongLabel.h"
+#include "Kel_Placard.h"
 #include "Kel_PlayButton.h"
 #include "Kel_PopupDisplay.h"
 #include "Kel_RadioGroupListBox.h"
@@ -63,7 +64,7 @@ void registerLibraryWidgets()
     add<Kel_KeyEdit, false>("Kel_KeyEdit", "QLineEdit that handles key sequences");
     add<Kel_LineEdit, false>("Kel_LineEdit", "QLineEdit connected to or published as string data model");
     add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
-    // Kel_Placard, false: "Placard widget for place-holding"
+    add<Kel_Placard, false>("Kel_Placard", "Placard widget for place-holding");
     add<Kel_PlayButton, false>("Kel_PlayButton", "Immediate action play button for transport control");
     add<Kel_PopupDisplay, false>("Kel_PopupDisplay", "A combobox");
     add<Kel_RadioGroupListBox, false>("Kel_RadioGroupListBox", "Radio Group-style List Box");
