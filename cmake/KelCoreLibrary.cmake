@@ -198,7 +198,20 @@ set(KELCORE_FACTORY_HEADERS
   Kel_UIFileFactoryEntry.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# lists/: the list view and the other list widgets
+set(KELCORE_LISTS_SOURCES
+  Kel_ListView.cpp
+  Kel_ListViewCell.cpp
+  Kel_ListViewWidget.cpp
+  Kel_ListsFactoryRegistration.cpp
+)
+set(KELCORE_LISTS_HEADERS
+  Kel_ListView.h
+  Kel_ListViewCell.h
+  Kel_ListViewWidget.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory lists)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})
