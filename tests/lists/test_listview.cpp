@@ -92,6 +92,17 @@ TEST_F(ElementChanges, InsertionsAndReplacementsReportRowsAndRepaint)
     EXPECT_TRUE(parent.log.contains(QStringLiteral("bits ListView 0,0 100x160"))) << parent.log.join(QStringLiteral("; ")).toStdString();
 }
 
+TEST_F(ElementChanges, AChangedRecordRepaintsItsRowWhereverTheRowViewIs)
+{
+    list.SetSelected(1, false, Qt::NoModifier);
+    parent.log.clear();
+    array.setValue<QString>(3, QStringLiteral("name"), QStringLiteral("renamed"));
+    EXPECT_EQ(parent.log, (QStringList{"bits ListView 0,60 100x20"}));
+    array.moveRow(0, 2);
+    EXPECT_TRUE(parent.log.contains(QStringLiteral("bits ListView 0,0 100x60")))
+        << parent.log.join(QStringLiteral("; ")).toStdString();
+}
+
 TEST_F(ElementChanges, ConnectingOrLosingTheArrayClearsTheSelection)
 {
     select({0, 2});
