@@ -637,10 +637,12 @@ void Kel_ListView::ExtendedSelection(long row, SelectionList& selection)
         if (selected < low || selected > high)
             removed.push_back(selected);
     }
-    for (long gone : removed)
-        selection.remove(gone);
+    // What stays and what is added make up the range, so it is built in
+    // order rather than inserted row by row.
+    SelectionList range;
     for (long r = qMax(0L, low); r <= high && r < mNumItems; ++r)
-        selection.add(r);
+        range.add(r);
+    selection = range;
 
     if (removed.size() > size_t(kRowByRowLimit)) {
         sendAllBitsChanged();
@@ -871,16 +873,12 @@ void Kel_ListView::mouseMoveEvent(QMouseEvent* event, const QPoint& local)
 {
     if (!event)
         return;
-    long row = -1;
     if (!mDragPending) {
-        if (CellContaining(local.y(), &row) && row >= 0) {
-            QuietRow shown(*this, row);
-            mRowViewP->mouseMoveEvent(event, QPoint(local.x(), local.y() - rowOrigin(row).y()));
-        } else {
-            event->ignore();
-        }
+        // Hovering shows each row for a moment only.
+        forwardToRow(event, local, false, [this, event](const QPoint& p) { mRowViewP->mouseMoveEvent(event, p); });
         return;
     }
+    long row = -1;
     const Qt::DropAction action = getDragAction(event);
     if (action == Qt::IgnoreAction || !CellContaining(mPressLocalPos.y(), &row) || row < 0) {
         mDragPending = false;
@@ -920,7 +918,8 @@ void Kel_ListView::mouseReleaseEvent(QMouseEvent* event, const QPoint& local)
     }
 }
 
-void Kel_ListView::mouseDoubleClickEvent(QMouseEvent* event, const QPoint& local)
+void Kel_ListView::forwardToRow(QEvent* event, const QPoint& local, bool makeCurrent,
+                                const std::function<void(const QPoint&)>& deliver)
 {
     if (!event)
         return;
@@ -929,34 +928,29 @@ void Kel_ListView::mouseDoubleClickEvent(QMouseEvent* event, const QPoint& local
         event->ignore();
         return;
     }
-    setCurrentCell(row);
-    mRowViewP->mouseDoubleClickEvent(event, QPoint(local.x(), local.y() - rowOrigin(row).y()));
+    const QPoint rowLocal(local.x(), local.y() - rowOrigin(row).y());
+    if (makeCurrent) {
+        setCurrentCell(row);
+        deliver(rowLocal);
+        return;
+    }
+    QuietRow shown(*this, row);
+    deliver(rowLocal);
+}
+
+void Kel_ListView::mouseDoubleClickEvent(QMouseEvent* event, const QPoint& local)
+{
+    forwardToRow(event, local, true, [this, event](const QPoint& p) { mRowViewP->mouseDoubleClickEvent(event, p); });
 }
 
 void Kel_ListView::dragMoveEvent(QDragMoveEvent* event, const QPoint& local)
 {
-    if (!event)
-        return;
-    long row = -1;
-    if (!CellContaining(local.y(), &row) || row < 0) {
-        event->ignore();
-        return;
-    }
-    QuietRow shown(*this, row);
-    mRowViewP->dragMoveEvent(event, QPoint(local.x(), local.y() - rowOrigin(row).y()));
+    forwardToRow(event, local, false, [this, event](const QPoint& p) { mRowViewP->dragMoveEvent(event, p); });
 }
 
 void Kel_ListView::dropEvent(QDropEvent* event, const QPoint& local)
 {
-    if (!event)
-        return;
-    long row = -1;
-    if (!CellContaining(local.y(), &row) || row < 0) {
-        event->ignore();
-        return;
-    }
-    setCurrentCell(row);
-    mRowViewP->dropEvent(event, QPoint(local.x(), local.y() - rowOrigin(row).y()));
+    forwardToRow(event, local, true, [this, event](const QPoint& p) { mRowViewP->dropEvent(event, p); });
 }
 
 void Kel_ListView::clearDragState()

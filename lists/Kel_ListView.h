@@ -19,6 +19,7 @@
 #include <QSize>
 #include <QString>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 class Mv_MessageInterface;
@@ -226,6 +227,11 @@ private:
     void runScript(const std::shared_ptr<Uip_ParseNode>& script);
     void connectScript(const QString& text, std::shared_ptr<Uip_ParseNode>& script,
                        boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
+    // Hands event to the row view at the row under local (in the row view's
+    // coordinates): as the new current row, or shown quietly for the call.
+    // Off the rows the event is ignored.
+    void forwardToRow(QEvent* event, const QPoint& local, bool makeCurrent,
+                      const std::function<void(const QPoint&)>& deliver);
     void startRowDrag(Qt::DropAction action);
     void clearDragState();
     void sizeMayHaveChanged(const QSize& oldSize);
@@ -244,8 +250,6 @@ private:
     SelectionMode mSelectionMode;
     Kel_BoundProperty<Mvt_ArrayContainer::Listener> mListListener;
     QSize mPortSize;
-    // The size the parent was last told of (or gave).
-    QSize mToldSize;
     bool mDragPending;
     bool mDragStarted;
     bool mDeferredSelect;
@@ -265,6 +269,8 @@ private:
     QString mIsSelectedName;
     std::unique_ptr<Mve_ComputedContainer<bool>> mIsSelectedP;
     QString mSelectionBaseName;
+    // The size the parent was last told of (or gave).
+    QSize mToldSize;
     // The environment the row view was last connected in, so that a new row
     // view is connected like the old one.
     boost::shared_ptr<const Mv_ConnectionEnvironment> mCellEnvironment;

@@ -28,6 +28,14 @@ protected:
             names << e.attribute(QStringLiteral("name"));
         return names;
     }
+    // Selects all rows and drags them from row 4, 12 pixels to the right.
+    void dragAllRows(int rows)
+    {
+        buildDraggable(rows, Kel_ListView::Multi);
+        key(Qt::Key_A, Qt::ControlModifier);
+        press(rowPoint(4));
+        drag(rowPoint(4) + QPoint(12, 0));
+    }
     void selectRange(long from, long to)
     {
         click(from);
@@ -117,10 +125,7 @@ TEST_F(Drag, ModifiersPickTheActionThroughTheMaskAndTheMap)
 
 TEST_F(Drag, TwelveRowsShowNineRowPicturesAndACountOfTheRest)
 {
-    buildDraggable(12, Kel_ListView::Multi);
-    key(Qt::Key_A, Qt::ControlModifier);
-    press(rowPoint(4));
-    drag(rowPoint(4) + QPoint(12, 0));
+    dragAllRows(12);
     ASSERT_EQ(list->drags, 1);
     QStringList expected;
     for (int i = 0; i < 12; ++i)
@@ -138,14 +143,11 @@ TEST_F(Drag, TwelveRowsShowNineRowPicturesAndACountOfTheRest)
 
 TEST_F(Drag, TenRowsShowTenRowPicturesAndNoCount)
 {
-    buildDraggable(10, Kel_ListView::Multi);
-    key(Qt::Key_A, Qt::ControlModifier);
-    press(rowPoint(0));
-    drag(rowPoint(0) + QPoint(0, 11));
+    dragAllRows(10);
     ASSERT_EQ(list->drags, 1);
     EXPECT_EQ(draggedNames().size(), 10);
     EXPECT_EQ(list->dragImage.size(), QSize(100, 10 * kRowHeight));
-    release(rowPoint(0) + QPoint(0, 11));
+    release(rowPoint(4) + QPoint(12, 0));
 }
 
 TEST_F(Drag, PressesReachTheRowViewInItsOwnCoordinates)

@@ -355,7 +355,7 @@ TEST_F(Selection, EveryModeFollowsTheRulesOverRandomClicksAndKeys)
          {Kel_ListView::Single, Kel_ListView::Multi, Kel_ListView::Extended, Kel_ListView::None}) {
         for (unsigned seed = 1; seed <= 3; ++seed) {
             build(int(rows), mode, 10);
-            Shadow shadow{mode, rows};
+            Shadow shadow{mode, rows, {}, -1};
             std::mt19937 random(seed * 31 + unsigned(mode));
             const Qt::KeyboardModifiers modifierChoices[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
                                                              Qt::ControlModifier | Qt::ShiftModifier};
