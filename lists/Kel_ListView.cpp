@@ -275,7 +275,7 @@ void Kel_ListView::moveCellView(long row)
 
 QPoint Kel_ListView::rowOrigin(long row) const
 {
-    return QPoint(0, int(getCellHeight() * row));
+    return QPoint(0, int(qBound<qint64>(INT_MIN, qint64(getCellHeight()) * row, INT_MAX)));
 }
 
 int Kel_ListView::getCellHeight() const
@@ -1081,6 +1081,9 @@ void Kel_ListView::drawContents(QPainter* painter, const QRect& rect)
     if (!mRowViewP || (first < 0 && last < 0))
         return;
     first = qMax(0L, first);
+    // Below the list's height there is nothing to paint, however large the area.
+    if (getCellHeight() > 0)
+        last = qMin(last, long(qMax(0, qMax(getHeight(), mSize.height()) - 1) / getCellHeight()));
     if (!painter) {
         paintCell(painter, first, rect); // reports the null painter
         return;
