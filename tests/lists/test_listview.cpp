@@ -143,6 +143,37 @@ TEST_F(ElementChanges, AnotherListOnTheSameArrayNeedsASelectionNameOfItsOwn)
     EXPECT_NE(second.getCurrentRowConnectionName(), list.getCurrentRowConnectionName());
 }
 
+TEST_F(ElementChanges, ACloneIsUnconnectedWithARowIndexAndRowViewOfItsOwn)
+{
+    list.SetSelected(2, false, Qt::NoModifier);
+    std::unique_ptr<Kel_ListView> copy(dynamic_cast<Kel_ListView*>(list.clone()));
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(copy->getCurrentCell(), -1);
+    EXPECT_NE(copy->getCurrentRowConnectionName(), list.getCurrentRowConnectionName());
+    EXPECT_TRUE(dynamic_cast<ClipRow*>(copy->getRowView()));
+    EXPECT_NE(copy->getRowView(), list.getRowView());
+    EXPECT_EQ(copy->GetNumItems(), 0);
+    EXPECT_EQ(copy->GetRowSelectionListSize(), 0);
+    copy->SetSelectionConnectionName(QStringLiteral("ListTest.Five.Copy"));
+    copy->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    EXPECT_EQ(copy->GetNumItems(), 5);
+    EXPECT_EQ(copy->getSelectionMode(), Kel_ListView::Multi);
+    copy->SetSelected(3, false, Qt::NoModifier);
+    EXPECT_EQ(copy->getRowView()->getOrigin(), QPoint(0, 3 * kRowHeight));
+    EXPECT_EQ(list.getCurrentCell(), 2);
+}
+
+TEST_F(ElementChanges, TheRowsFollowTheWidthOfTheVisibleArea)
+{
+    list.adjustToPortSize(QSize(300, 400));
+    EXPECT_EQ(list.getRowView()->getWidth(), 300);
+    EXPECT_EQ(list.getSize(), QSize(300, 400));
+    EXPECT_EQ(parent.log, (QStringList{"size ListView 300x400 from 100x100"}));
+    list.setCellHeight(100); // five rows now outgrow the area
+    EXPECT_EQ(list.getHeight(), 500);
+    EXPECT_EQ(list.getMinSize(), QSize(300, 500));
+}
+
 // ---------------------------------------------------------------------------
 // Painting
 
