@@ -40,6 +40,11 @@ const int kRowByRowLimit = 64;
 
 const char kAssertSource[] = "Kel_ListView";
 
+// The most a list claims of its bridge: a scroll area's content cannot
+// reach Qt's widget size limit (QWIDGETSIZE_MAX, 16,777,215 pixels) and
+// still scroll, so rows further down cannot be shown anyway.
+const qint64 kMaxHeight = 16000000;
+
 } // namespace
 
 // The current-row index: a value set through a listener (a script, say)
@@ -315,7 +320,7 @@ int Kel_ListView::getWidth() const
 int Kel_ListView::getHeight() const
 {
     const qint64 rows = qint64(getCellHeight()) * mNumItems;
-    return int(qMax<qint64>(qMin<qint64>(rows, INT_MAX), mPortSize.height()));
+    return int(qMax<qint64>(qMin<qint64>(rows, kMaxHeight), mPortSize.height()));
 }
 
 QSize Kel_ListView::getSize()
@@ -326,7 +331,7 @@ QSize Kel_ListView::getSize()
 QSize Kel_ListView::getMinSize()
 {
     const qint64 rows = qint64(getCellHeight()) * mNumItems;
-    return QSize(mRowViewP ? mRowViewP->getWidth() : 0, int(qMin<qint64>(rows, INT_MAX)));
+    return QSize(mRowViewP ? mRowViewP->getWidth() : 0, int(qMin<qint64>(rows, kMaxHeight)));
 }
 
 void Kel_ListView::setSize(const QSize& size)
@@ -568,6 +573,7 @@ bool Kel_ListView::SetSelected(long row, bool all, Qt::KeyboardModifiers modifie
     SelectionList selection = mSelectionListP->getValue();
     if (mSelectionMode == None)
         return true;
+    mStaleRect = QRect();
 
     if (all) {
         if (mSelectionMode == Multi || mSelectionMode == Extended)
@@ -582,18 +588,23 @@ bool Kel_ListView::SetSelected(long row, bool all, Qt::KeyboardModifiers modifie
         SingleSelection(row, selection);
     }
     storeSelection(selection);
+    // The current row moves first, so that the repaint below also covers
+    // what its row view asks for.
+    if (row >= 0)
+        setCurrentCell(row);
 
     auto* area = dynamic_cast<Kel_BridgeQScrollArea*>(getBridgeWidget());
     if (area && mRowViewP) {
-        // At once, so that the new selection shows before the selection action runs.
-        area->repaint();
-        area->viewportWidget()->repaint();
+        // At once, so that the new selection shows before the selection
+        // action runs: the rows whose state changed, which is all that the
+        // change made stale (a key press then costs two rows, not a page).
+        if (!mStaleRect.isEmpty())
+            area->viewportWidget()->repaint(mStaleRect);
         if (row >= 0)
             area->ensureRectVisible(
-                QRect(area->horizontalScrollBar()->value(), getCellHeight() * int(row), 0, getCellHeight()));
+                QRect(area->horizontalScrollBar()->value(), int(rowOrigin(row).y()), 0, getCellHeight()));
     }
-    if (row >= 0)
-        setCurrentCell(row);
+    mStaleRect = QRect();
     runScript(mSelectionActionP);
     return true;
 }
@@ -716,12 +727,15 @@ void Kel_ListView::storeSelection(SelectionList selection)
     if (!guard.alive())
         return;
     if (many) {
+        mStaleRect = getLocalDrawingRect();
         sendAllBitsChanged();
         mIsSelectedP->notifyElementsReplaced(0, mNumItems, mNumItems);
         return;
     }
-    for (long row : changed)
+    for (long row : changed) {
+        mStaleRect |= QRect(rowOrigin(row), QSize(getWidth(), getCellHeight()));
         CellUpdate(row);
+    }
     Mv_ModelBase::Guard isSelectedGuard(mIsSelectedP.get());
     for (long row : changed) {
         mIsSelectedP->notifyElementValueChanged(row);

@@ -271,6 +271,8 @@ private:
     QString mSelectionBaseName;
     // The size the parent was last told of (or gave).
     QSize mToldSize;
+    // The rows a selection change made stale, painted at once by SetSelected.
+    QRect mStaleRect;
     // The environment the row view was last connected in, so that a new row
     // view is connected like the old one.
     boost::shared_ptr<const Mv_ConnectionEnvironment> mCellEnvironment;
