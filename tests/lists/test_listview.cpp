@@ -7,6 +7,7 @@
 #include "Ost_Assert.h"
 
 #include <QImage>
+#include <QPaintEvent>
 #include <QPainter>
 
 using namespace listtest;
@@ -181,10 +182,13 @@ TEST_F(ElementChanges, TheRowsFollowTheWidthOfTheVisibleArea)
 struct PaintCounter : QObject
 {
     int paints = 0;
+    QRegion painted;
     bool eventFilter(QObject*, QEvent* event) override
     {
-        if (event->type() == QEvent::Paint)
+        if (event->type() == QEvent::Paint) {
             ++paints;
+            painted |= static_cast<QPaintEvent*>(event)->region();
+        }
         return false;
     }
 };
@@ -234,6 +238,20 @@ TEST_F(Painting, OnePaintOfFiftyRowsAsksForNoFurtherPaint)
     EXPECT_EQ(counter.paints, 1);
     EXPECT_EQ(list->getCurrentCell(), 7);
     EXPECT_EQ(list->getRowView()->getOrigin(), QPoint(0, 7 * kRowHeight));
+}
+
+TEST_F(Painting, ASelectionChangePaintsTheRowsItChangedAtOnce)
+{
+    build(20, Kel_ListView::Single, 10);
+    click(3);
+    QTest::qWait(50);
+    PaintCounter counter;
+    content()->installEventFilter(&counter);
+    key(Qt::Key_Down); // no event loop turn: painted during the key press
+    EXPECT_EQ(counter.paints, 1);
+    EXPECT_EQ(counter.painted.boundingRect(), QRect(0, 3 * kRowHeight, content()->width(), 2 * kRowHeight));
+    QTest::qWait(50);
+    EXPECT_EQ(counter.paints, 1);
 }
 
 TEST_F(Painting, RowsAreShadedSelectedAndFilledToTheListsWidth)
