@@ -25,6 +25,7 @@
 #include <QPainter>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
@@ -280,7 +281,7 @@ void Kel_ListView::moveCellView(long row)
 
 QPoint Kel_ListView::rowOrigin(long row) const
 {
-    return QPoint(0, int(qBound<qint64>(INT_MIN, qint64(getCellHeight()) * row, INT_MAX)));
+    return QPoint(0, int(qBound(qint64(INT_MIN), qint64(getCellHeight()) * row, qint64(INT_MAX))));
 }
 
 int Kel_ListView::getCellHeight() const
@@ -320,7 +321,7 @@ int Kel_ListView::getWidth() const
 int Kel_ListView::getHeight() const
 {
     const qint64 rows = qint64(getCellHeight()) * mNumItems;
-    return int(qMax<qint64>(qMin<qint64>(rows, kMaxHeight), mPortSize.height()));
+    return int(std::max(std::min(rows, kMaxHeight), qint64(mPortSize.height())));
 }
 
 QSize Kel_ListView::getSize()
@@ -331,7 +332,7 @@ QSize Kel_ListView::getSize()
 QSize Kel_ListView::getMinSize()
 {
     const qint64 rows = qint64(getCellHeight()) * mNumItems;
-    return QSize(mRowViewP ? mRowViewP->getWidth() : 0, int(qMin<qint64>(rows, kMaxHeight)));
+    return QSize(mRowViewP ? mRowViewP->getWidth() : 0, int(std::min(rows, kMaxHeight)));
 }
 
 void Kel_ListView::setSize(const QSize& size)
@@ -493,7 +494,7 @@ void Kel_ListView::handleConnectedChanged()
 {
     SetSelected(-1, false, Qt::NoModifier);
     const QSize oldSize = mToldSize;
-    mNumItems = mListListener.isConnected() ? int(qBound<long>(0, mListListener->size(), INT_MAX)) : 0;
+    mNumItems = mListListener.isConnected() ? int(qBound(0L, mListListener->size(), long(INT_MAX))) : 0;
     sizeMayHaveChanged(oldSize);
     sendAllBitsChanged();
 }
@@ -501,7 +502,7 @@ void Kel_ListView::handleConnectedChanged()
 void Kel_ListView::handleElementsReplaced(long first, long removedEnd, long insertedCount, long newSize)
 {
     const QSize oldSize = mToldSize;
-    mNumItems = int(qBound<long>(0, newSize, INT_MAX));
+    mNumItems = int(qBound(0L, newSize, long(INT_MAX)));
     SelectionList kept;
     for (long row : getSelectedList()->getValue()) {
         if (row < newSize)
