@@ -6,6 +6,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <cstddef>
+
 // One bound property of a widget, view or menu segment: a listener of the
 // given kind (Mvt_SimpleValue<bool>::Listener, an action or array listener)
 // with its connection specification. Declaring one, naming where its
@@ -23,6 +25,17 @@ class Kel_BoundProperty : public Kel_BoundPropertyBase
 public:
     explicit Kel_BoundProperty(QObject* owner = nullptr, ConnectPolicy policy = kConnectWhenNamed)
         : Kel_BoundPropertyBase(new Listener(), owner, policy)
+    {
+    }
+    // A property of a light-weight view (views are not QObjects: nothing to
+    // guard, but tools can name the view).
+    explicit Kel_BoundProperty(const Kel_ViewInterface* view, ConnectPolicy policy = kConnectWhenNamed)
+        : Kel_BoundPropertyBase(new Listener(), view, policy)
+    {
+    }
+    // An owner nobody needs to know.
+    Kel_BoundProperty(std::nullptr_t, ConnectPolicy policy)
+        : Kel_BoundPropertyBase(new Listener(), static_cast<QObject*>(nullptr), policy)
     {
     }
 

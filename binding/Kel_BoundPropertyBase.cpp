@@ -5,13 +5,39 @@
 #include <QObject>
 #include <QPointer>
 
+namespace {
+
+// The live properties, oldest first. Widgets and views live on the GUI
+// thread, and so does this list.
+Kel_BoundPropertyBase* gFirst = nullptr;
+Kel_BoundPropertyBase* gLast = nullptr;
+
+} // namespace
+
 Kel_BoundPropertyBase::Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy)
     : mListenerP(listener), mOwnerP(owner), mPolicy(policy)
 {
+    link();
+}
+
+Kel_BoundPropertyBase::Kel_BoundPropertyBase(Mv_ListenerBase* listener, const Kel_ViewInterface* view,
+                                             ConnectPolicy policy)
+    : mListenerP(listener), mViewP(view), mPolicy(policy)
+{
+    link();
+}
+
+void Kel_BoundPropertyBase::link()
+{
+    mPrevP = gLast;
+    (gLast ? gLast->mNextP : gFirst) = this;
+    gLast = this;
 }
 
 Kel_BoundPropertyBase::~Kel_BoundPropertyBase()
 {
+    (mPrevP ? mPrevP->mNextP : gFirst) = mNextP;
+    (mNextP ? mNextP->mPrevP : gLast) = mPrevP;
     // The owner is partly destroyed already: leaving the model must not call back into it.
     mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
     mListenerP.reset();
@@ -72,4 +98,34 @@ bool Kel_BoundPropertyBase::connectAll(boost::shared_ptr<const Mv_ConnectionEnvi
 bool Kel_BoundPropertyBase::isConnected() const
 {
     return mListenerP->isConnectedToModel();
+}
+
+QList<const Kel_BoundPropertyBase*> Kel_BoundPropertyBase::propertiesOf(const QObject* owner)
+{
+    QList<const Kel_BoundPropertyBase*> found;
+    for (const Kel_BoundPropertyBase* p = gFirst; p && owner; p = p->mNextP) {
+        if (p->mOwnerP == owner)
+            found.append(p);
+    }
+    return found;
+}
+
+QList<const Kel_BoundPropertyBase*> Kel_BoundPropertyBase::propertiesOf(const Kel_ViewInterface* view)
+{
+    QList<const Kel_BoundPropertyBase*> found;
+    for (const Kel_BoundPropertyBase* p = gFirst; p && view; p = p->mNextP) {
+        if (p->mViewP == view)
+            found.append(p);
+    }
+    return found;
+}
+
+QList<const Kel_ViewInterface*> Kel_BoundPropertyBase::viewsWithProperties()
+{
+    QList<const Kel_ViewInterface*> views;
+    for (const Kel_BoundPropertyBase* p = gFirst; p; p = p->mNextP) {
+        if (p->mViewP && !views.contains(p->mViewP))
+            views.append(p->mViewP);
+    }
+    return views;
 }

@@ -5,12 +5,14 @@
 
 #include "Mv_ConnectionEnvironment.h"
 
+#include <QList>
 #include <QString>
 #include <boost/shared_ptr.hpp>
 #include <functional>
 #include <initializer_list>
 #include <memory>
 
+class Kel_ViewInterface;
 class Mv_ListenerBase;
 class Mv_MessageInterface;
 class QObject;
@@ -63,18 +65,35 @@ public:
     bool isConnected() const;
     Mv_ListenerBase& listenerBase() const { return *mListenerP; }
 
+    // The bound properties alive whose owner is the given widget (or view),
+    // oldest first: what a model inspector shows for the widget under the
+    // cursor. Walks every live property; meant for tools, not for hot paths.
+    static QList<const Kel_BoundPropertyBase*> propertiesOf(const QObject* owner);
+    static QList<const Kel_BoundPropertyBase*> propertiesOf(const Kel_ViewInterface* view);
+    // The views that own bound properties, oldest first.
+    static QList<const Kel_ViewInterface*> viewsWithProperties();
+
 protected:
     // Takes listener; owner is the QObject that a notification may delete
-    // (null for owners that are not QObjects).
+    // (null for owners that are not QObjects); view, the light-weight view
+    // that owns the property (only named, for tools).
     Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy);
+    Kel_BoundPropertyBase(Mv_ListenerBase* listener, const Kel_ViewInterface* view, ConnectPolicy policy);
 
     QObject* owner() const { return mOwnerP; }
 
 private:
+    void link();
+
     std::unique_ptr<Mv_ListenerBase> mListenerP;
-    QObject* mOwnerP;
+    QObject* mOwnerP = nullptr;
+    const Kel_ViewInterface* mViewP = nullptr;
     ConnectPolicy mPolicy;
     QString mSpec;
+    // Every live property, for propertiesOf(): two pointers and no
+    // allocation, so that binding pays nothing for the inspector.
+    Kel_BoundPropertyBase* mPrevP = nullptr;
+    Kel_BoundPropertyBase* mNextP = nullptr;
 };
 
 #endif

@@ -18,6 +18,9 @@ public:
     // A bound widget (Kel_WidgetConnectInterface) connects itself and is
     // responsible for its own children; any other object is transparent and
     // its children are connected instead. A null object does nothing.
+    // With KEL_REPORT_UNCONNECTED set in the environment, the outermost call
+    // then logs (kel.platform) every specification still waiting for its
+    // model, once per name, with the published names it probably meant.
     static void recursiveConnect(QObject* object, boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
     // recursiveConnect on each child of object, in order. Container widgets
     // call it from their makeConnections.

@@ -3,10 +3,17 @@
 #include "Kel_SimpleFactoryEntry.h"
 
 #include "Kel_ActionButton.h"
+#include "Kel_AutoSizeTextEdit.h"
 #include "Kel_CheckBox.h"
 #include "Kel_ImmediateActionButton.h"
+#include "Kel_KeyEdit.h"
 #include "Kel_Label.h"
+#include "Kel_LineEdit.h"
 #include "Kel_LongLabel.h"
+#include "Kel_TCLabel.h"
+#include "Kel_TextEdit.h"
+#include "Kel_Slider.h"
+#include "Kel_StandardBistateButton.h"
 
 namespace {
 
@@ -25,7 +32,7 @@ void registerLibraryWidgets()
 {
     add<Kel_ActionButton, false>("Kel_ActionButton", "Action model connected button");
     // Kel_ActionDialog, false: "Dialog box with action script on accept"
-    // Kel_AutoSizeTextEdit, false: "Text edit that grows with its text, for the in-place editors"
+    add<Kel_AutoSizeTextEdit, false>("Kel_AutoSizeTextEdit", "Text edit that grows with its text, for the in-place editors");
     // Kel_Bitmap, false: "model driven bitmap"
     // Kel_Busy, false: "Animated busy indicator connected to Mvt_bool"
     add<Kel_CheckBox, false>("Kel_CheckBox", "Model/View connected check box control");
@@ -36,8 +43,8 @@ void registerLibraryWidgets()
     // Kel_ImageMappedButtons, false: "model driven collection of non-rectangular buttons"
     add<Kel_ImmediateActionButton, false>("Kel_ImmediateActionButton", "Immediate action button for transport control");
     add<Kel_Label, false>("Kel_Label", "QLabel with Model/View connection for label text");
-    // Kel_KeyEdit, false: "QLineEdit that handles key sequences"
-    // Kel_LineEdit, false: "QLineEdit connected to or published as string data model"
+    add<Kel_KeyEdit, false>("Kel_KeyEdit", "QLineEdit that handles key sequences");
+    add<Kel_LineEdit, false>("Kel_LineEdit", "QLineEdit connected to or published as string data model");
     add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
     // Kel_Placard, false: "Placard widget for place-holding"
     // Kel_PlayButton, false: "Immediate action play button for transport control"
@@ -47,11 +54,12 @@ void registerLibraryWidgets()
     // Kel_RevealHeader, false: "Header for reveal widget, contains reveal button and display text field"
     // Kel_RevealBody, true: "Body of the reveal widget, contains widget that will be hidden/shown"
     // Kel_ScrollView, true: "Kel ScrollView"
-    // Kel_Slider, false: "model driven slider control"
+    add<Kel_Slider, false>("Kel_Slider", "model driven slider control");
     // Kel_Sprite, false: "Animated bitmap"
-    // Kel_StandardBistateButton, false: "A dual-state button that allows customization via image properties"
-    // Kel_TCLabel, false: "Timecode widget for monitor pane"
-    // Kel_TextEdit, false: "QTextEdit connected to or published as string data model"
+    add<Kel_StandardBistateButton, false>("Kel_StandardBistateButton",
+                                          "A dual-state button that allows customization via image properties");
+    add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");
+    add<Kel_TextEdit, false>("Kel_TextEdit", "QTextEdit connected to or published as string data model");
 }
 
 const struct Registration

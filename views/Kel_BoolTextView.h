@@ -36,7 +36,7 @@ protected:
 private:
     QString mTrueText;
     QString mFalseText;
-    Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mValue{nullptr, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mValue{this, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

@@ -29,7 +29,7 @@ protected:
     void readValues() override;
 
 private:
-    Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> mValue{nullptr, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> mValue{this, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

@@ -34,8 +34,8 @@ protected:
     void readValues() override;
 
 private:
-    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mText{nullptr, Kel_BoundPropertyBase::kConnectAlways};
-    Kel_BoundProperty<Mvt_SimpleValue<QColor>::Listener> mColor;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mText{this, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_SimpleValue<QColor>::Listener> mColor{this};
 };
 
 #endif

@@ -30,7 +30,7 @@ protected:
     void readValues() override;
 
 private:
-    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mName{nullptr, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mName{this, Kel_BoundPropertyBase::kConnectAlways};
 };
 
 #endif

@@ -5,9 +5,11 @@
 #include "DemoModels.h"
 #include "Kel_KeymapMgr.h"
 #include "Kel_MenuBar.h"
+#include "Kel_ModelInspector.h"
 #include "Ost_Resource.h"
 
 #include <QKeyEvent>
+#include <QShortcut>
 #include <QTabWidget>
 
 DemoWindow::DemoWindow(QWidget* parent)
@@ -29,6 +31,16 @@ DemoWindow::DemoWindow(QWidget* parent)
     Kel_KeymapMgr* keymap = Kel_KeymapMgr::getInstance();
     keymap->loadAll(Ost_Resource::getResourcePath() + "Keymaps/", "DemoKeys");
     keymap->setMenuBar(menuBar);
+    // The developer's view of the models behind every panel.
+    auto* inspect = new QShortcut(QKeySequence(QStringLiteral("Ctrl+Shift+I")), this);
+    connect(inspect, &QShortcut::activated, this, [this] {
+        if (!mInspectorP) {
+            mInspectorP = new Kel_ModelInspector(this);
+            mInspectorP->setWindowFlags(Qt::Window);
+        }
+        mInspectorP->show();
+        mInspectorP->raise();
+    });
     resize(900, 600);
 }
 

@@ -3,6 +3,7 @@
 
 #include <QMainWindow>
 
+class Kel_ModelInspector;
 class QTabWidget;
 
 // The demo's main window: one tab per registered panel.
@@ -24,6 +25,7 @@ protected:
 
 private:
     QTabWidget* mTabsP;
+    Kel_ModelInspector* mInspectorP = nullptr; // opened with Ctrl+Shift+I
 };
 
 #endif

@@ -9,7 +9,7 @@
 #include <vector>
 
 // An array of values of type T that stores its elements. Listeners read and
-// write elements by index (element sets are refused while read-only);
+// write elements by index and ask for moves (both refused while read-only);
 // the owner changes the array through the operations below, each of which
 // notifies the listeners.
 template <class T>
@@ -61,16 +61,18 @@ public:
             this->notifyElementsReplaced(index, end, 0);
     }
 
-    // Moves the element at from to position to.
-    void move(long from, long to)
+    // Moves the element at from to position to; false when either is out
+    // of range or they are equal.
+    bool move(long from, long to)
     {
         if (from < 0 || from >= size() || to < 0 || to >= size() || from == to)
-            return;
+            return false;
         T value = mValues[size_t(from)];
         mValues.erase(mValues.begin() + from);
         mValues.insert(mValues.begin() + to, value);
         if (mNotifying)
             this->notifyElementsMoved(from, to);
+        return true;
     }
 
     // Replaces the whole contents.
@@ -94,6 +96,7 @@ public:
 
 protected:
     long handleGetSize() override { return size(); }
+    bool handleMoveElements(long from, long to) override { return !mReadOnly && move(from, to); }
 
     bool handleElementMessage(long index, const Mv_MessageInterface& request) override
     {

@@ -104,16 +104,24 @@ void Mve_RecordArray::removeRows(long row, long count)
     notifyRowsReplaced(row, end, 0);
 }
 
-void Mve_RecordArray::moveRow(long from, long to)
+bool Mve_RecordArray::moveRow(long from, long to)
 {
     if (from < 0 || from >= mRows || to < 0 || to >= mRows || from == to)
-        return;
+        return false;
     silenceFields();
     for (auto& f : mFields)
         f.second->move(from, to);
     restoreFields();
     if (mUpdateDepth == 0)
         notifyAll([=](Mvt_ArrayContainer& c) { c.notifyElementsMoved(from, to); });
+    return true;
+}
+
+void Mve_RecordArray::setReadOnly(bool readOnly)
+{
+    mReadOnly = readOnly;
+    for (auto& f : mFields)
+        f.second->setReadOnly(readOnly);
 }
 
 void Mve_RecordArray::clearRows()

@@ -31,8 +31,9 @@ public:
     {
         if (fieldIndex(field) >= 0)
             return nullptr;
-        auto* f = new Field<T>(def);
+        auto* f = new Field<T>(this, def);
         f->array.SetConnectionName(fieldName(field));
+        f->array.setReadOnly(mReadOnly);
         f->array.insert(0, std::vector<T>(size_t(mRows), def));
         mFields.emplace_back(field, std::unique_ptr<FieldBase>(f));
         if (mUpdateDepth > 0)
@@ -58,8 +59,16 @@ public:
     void insertRows(long row, long count = 1);
     long appendRow();
     void removeRows(long row, long count = 1);
-    void moveRow(long from, long to);
+    // Moves row from to position to; false when either is out of range or
+    // they are equal.
+    bool moveRow(long from, long to);
     void clearRows();
+
+    // While read-only, listeners can neither write field values nor move
+    // rows (through the record or through any of its fields); the owner's
+    // operations above still work.
+    void setReadOnly(bool readOnly);
+    bool isReadOnly() const { return mReadOnly; }
 
     // A burst of changes told once: between beginUpdate() and the matching
     // endUpdate() (pairs nest) rows and values change silently, the field
@@ -103,6 +112,9 @@ public:
 
 protected:
     long handleGetSize() override { return mRows; }
+    // A listener's move request, through the record or one of its fields,
+    // moves the whole row.
+    bool handleMoveElements(long from, long to) override { return !mReadOnly && moveRow(from, to); }
 
 private:
     struct FieldBase
@@ -116,11 +128,26 @@ private:
         virtual void insertDefaults(long row, long count) = 0;
         virtual void remove(long row, long count) = 0;
         virtual void move(long from, long to) = 0;
+        virtual void setReadOnly(bool readOnly) = 0;
+    };
+    // A field's array; a listener asking it to move an element moves the
+    // row, so that the fields never disagree.
+    template <class T>
+    class FieldArray : public Mve_Array<T>
+    {
+    public:
+        explicit FieldArray(Mve_RecordArray* record) : mRecordP(record) {}
+
+    protected:
+        bool handleMoveElements(long from, long to) override { return mRecordP->handleMoveElements(from, to); }
+
+    private:
+        Mve_RecordArray* mRecordP;
     };
     template <class T>
     struct Field : FieldBase
     {
-        explicit Field(const T& d) : def(d) {}
+        Field(Mve_RecordArray* record, const T& d) : array(record), def(d) {}
         Mvt_ArrayContainer& model() override { return array; }
         void silence() override
         {
@@ -137,7 +164,8 @@ private:
         void insertDefaults(long row, long count) override { array.insert(row, std::vector<T>(size_t(count), def)); }
         void remove(long row, long count) override { array.removeAt(row, count); }
         void move(long from, long to) override { array.move(from, to); }
-        Mve_Array<T> array;
+        void setReadOnly(bool readOnly) override { array.setReadOnly(readOnly); }
+        FieldArray<T> array;
         T def;
         int silenced = 0;
         bool wasNotifying = true;
@@ -155,6 +183,7 @@ private:
     long mRows = 0;
     int mUpdateDepth = 0;
     long mRowsBeforeUpdate = 0;
+    bool mReadOnly = false;
 };
 
 #endif

@@ -12,7 +12,18 @@ bool Mvt_ArrayContainer::ReceiveMessage(const Mv_MessageInterface& message)
             *m->size() = handleGetSize();
         return true;
     }
+    if (const auto* m = message.as<Mvt_ArrayContainer_API::MsgMoveElements>()) {
+        const bool moved = handleMoveElements(m->from(), m->to());
+        if (m->moved())
+            *m->moved() = moved;
+        return true;
+    }
     return Mv_ModelBase::ReceiveMessage(message);
+}
+
+bool Mvt_ArrayContainer::handleMoveElements(long, long)
+{
+    return false;
 }
 
 void Mvt_ArrayContainer::notifyElementsReplaced(long first, long removedEnd, long insertedCount)
@@ -37,4 +48,10 @@ long Mvt_ArrayContainer::Listener::size() const
     if (!SendMessageToModel(Mvt_ArrayContainer_API::MsgGetSize(&size), false))
         return 0;
     return size;
+}
+
+bool Mvt_ArrayContainer::Listener::requestMove(long from, long to) const
+{
+    bool moved = false;
+    return SendMessageToModel(Mvt_ArrayContainer_API::MsgMoveElements(from, to, &moved), true) && moved;
 }

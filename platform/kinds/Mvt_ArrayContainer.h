@@ -30,6 +30,10 @@ public:
 
 protected:
     virtual long handleGetSize() = 0;
+    // Answers a listener's request to move an element: true when moved (and
+    // the listeners told). Containers that cannot reorder keep the default,
+    // which refuses.
+    virtual bool handleMoveElements(long from, long to);
 };
 
 // A listener to an array container.
@@ -40,6 +44,9 @@ public:
 
     // The number of elements; 0 when unconnected.
     long size() const;
+    // Asks the container to move the element at from to position to; true
+    // when it did (false unconnected, read-only or out of range).
+    bool requestMove(long from, long to) const;
 };
 
 #endif

@@ -50,6 +50,7 @@ public:
 
 private:
     friend class Mv_Announcement;
+    friend class Mv_Diagnostics;
     friend class Mv_ListenerBase;
     friend class Mv_ModelBase;
 

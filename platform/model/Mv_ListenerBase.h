@@ -85,6 +85,7 @@ public:
 
 private:
     friend class Mv_ConnectionDict;
+    friend class Mv_Diagnostics;
 
     void attachTo(const QString& resolvedName, Mv_ConnectionDict* dict, int depth);
     void detach();

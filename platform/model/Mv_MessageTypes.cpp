@@ -16,6 +16,7 @@ const Mv_MessageType Mvt_Action_API::MsgAction::kType{"Mvt_Action_API::MsgAction
 const Mv_MessageType Mvt_Action_API::MsgIsEnabled::kType{"Mvt_Action_API::MsgIsEnabled"};
 const Mv_MessageType Mvt_Action_Notifications::MsgEnabledChanged::kType{"Mvt_Action_Notifications::MsgEnabledChanged"};
 const Mv_MessageType Mvt_ArrayContainer_API::MsgGetSize::kType{"Mvt_ArrayContainer_API::MsgGetSize"};
+const Mv_MessageType Mvt_ArrayContainer_API::MsgMoveElements::kType{"Mvt_ArrayContainer_API::MsgMoveElements"};
 const Mv_MessageType Mvt_ArrayContainer_Notifications::MsgElementsReplaced::kType{"Mvt_ArrayContainer_Notifications::MsgElementsReplaced"};
 const Mv_MessageType Mvt_ArrayContainer_Notifications::MsgElementsMoved::kType{"Mvt_ArrayContainer_Notifications::MsgElementsMoved"};
 const Mv_MessageType Mvt_ArrayContainer_Notifications::MsgElementValueChanged::kType{"Mvt_ArrayContainer_Notifications::MsgElementValueChanged"};

@@ -2,7 +2,9 @@
 // widgets connect themselves and answer for their own children.
 #include "Kel_CheckBox.h"
 #include "Kel_ConnectionUtils.h"
+#include "Mv_ConnectionDict.h"
 #include "Mve_SimpleValue.h"
+#include "TestSupport.h"
 
 #include <QFrame>
 #include <QGroupBox>
@@ -88,4 +90,33 @@ TEST(ConnectionUtils, ChildrenRemovedWhileConnectingAreSkipped)
     Kel_ConnectionUtils::recursiveConnect(&root, kBlank());
     EXPECT_TRUE(second.isNull());
     EXPECT_EQ(third->connections, 1);
+}
+
+// A typo in a form leaves the widget silently at its defaults; with the
+// report switched on, connecting the window says which name and what it
+// probably meant, once, after the whole tree (not per nested container).
+TEST(ConnectionUtils, TheUnconnectedReportNamesTheTypoOnceAfterTheWholeTree)
+{
+    Mv_ConnectionDict dict;
+    Mve_SimpleValue<bool> solo(false, "Mixer.Bus1.solo");
+    solo.Publish(&dict);
+    QWidget window;
+    auto* container = new CountingWidget(&window, true);
+    auto* good = new Kel_CheckBox(container, "good");
+    good->setCheckedStateConnectionSpec("$Bus.solo");
+    auto* typo = new Kel_CheckBox(container, "typo");
+    typo->setCheckedStateConnectionSpec("$Bus.slo");
+    auto env = Mv_ConnectionEnvironment::create(kBlank(), &dict);
+    env->set(QStringLiteral("Bus"), QStringLiteral("Mixer.Bus1"));
+
+    qputenv("KEL_REPORT_UNCONNECTED", "1");
+    DebugMessageCollector log;
+    Kel_ConnectionUtils::recursiveConnect(&window, env);
+    Kel_ConnectionUtils::recursiveConnect(&window, env);
+    qunsetenv("KEL_REPORT_UNCONNECTED");
+    ASSERT_EQ(log.messages().size(), 1) << log.messages().join('\n').toStdString();
+    EXPECT_EQ(log.messages().first(), "unconnected: \"$Bus.slo\" waits for \"Mixer.Bus1.slo\", which nobody "
+                                      "publishes; did you mean \"Mixer.Bus1.solo\"?");
+    EXPECT_EQ(log.records().first().category, "kel.platform");
+    EXPECT_FALSE(typo->isEnabled());
 }

@@ -24,10 +24,15 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
 {
     const std::pair<const char*, const char*> library[] = {
         {"Kel_ActionButton", "Action model connected button"},
+        {"Kel_AutoSizeTextEdit", "Text edit that grows with its text, for the in-place editors"},
         {"Kel_CheckBox", "Model/View connected check box control"},
         {"Kel_ImmediateActionButton", "Immediate action button for transport control"},
+        {"Kel_KeyEdit", "QLineEdit that handles key sequences"},
         {"Kel_Label", "QLabel with Model/View connection for label text"},
+        {"Kel_LineEdit", "QLineEdit connected to or published as string data model"},
         {"Kel_LongLabel", "QLabel that displays a Model/View connection long value as text"},
+        {"Kel_TCLabel", "Timecode widget for monitor pane"},
+        {"Kel_TextEdit", "QTextEdit connected to or published as string data model"},
     };
     Kel_QtWidgetFactoryRegistry loader;
     QWidget parent;

@@ -191,3 +191,59 @@ TEST_F(Elements, ARecordArrayUpdateIsToldOnceAndLeavesEachFieldAsItsOwnerSetIt)
 }
 
 } // namespace
+
+// A header reorders columns by asking the container, not its owner: the
+// request moves whole rows of a record array even when it reaches one of
+// its fields, and read-only containers refuse it.
+TEST_F(Elements, MoveRequestsFromListenersMoveWholeRowsUnlessReadOnly)
+{
+    Mve_RecordArray clips("Clips");
+    Mve_Array<QString>* name = clips.addField<QString>("name");
+    Mve_Array<long>* length = clips.addField<long>("length");
+    for (const auto& clip : {std::make_pair("A", 1L), std::make_pair("B", 2L), std::make_pair("C", 3L)}) {
+        const long row = clips.appendRow();
+        clips.setValue<QString>(row, "name", clip.first);
+        clips.setValue<long>(row, "length", clip.second);
+    }
+    Mve_Array<long> widths(std::vector<long>{10, 20, 30}, "Widths");
+    clips.Publish(&dict);
+    widths.Publish(&dict);
+    Mvt_ArrayContainer::Listener rows("Clips", env()), nameField("Clips.name", env()), widthList("Widths", env());
+    Mvt_ArrayContainer::Listener nobody("Nobody", env());
+    Recorder rowsHeard(rows);
+    long movedFrom = -1, movedTo = -1;
+    rows.setReceiveMessageCB([&](const Mv_MessageInterface& m) {
+        rowsHeard.record(m);
+        if (const auto* moved = m.as<Mvt_ArrayContainer_Notifications::MsgElementsMoved>()) {
+            movedFrom = moved->from();
+            movedTo = moved->to();
+        }
+    });
+
+    EXPECT_TRUE(rows.requestMove(0, 2));
+    EXPECT_EQ(name->values(), (std::vector<QString>{"B", "C", "A"}));
+    EXPECT_EQ(length->values(), (std::vector<long>{2, 3, 1}));
+    EXPECT_EQ(movedFrom, 0);
+    EXPECT_EQ(movedTo, 2);
+    EXPECT_TRUE(nameField.requestMove(2, 0)); // through a field: the row moves
+    EXPECT_EQ(length->values(), (std::vector<long>{1, 2, 3}));
+    EXPECT_EQ(rowsHeard.takeHeard(), (QStringList{"MsgElementsMoved", "MsgElementsMoved"}));
+
+    EXPECT_FALSE(rows.requestMove(0, 3));
+    EXPECT_FALSE(rows.requestMove(-1, 0));
+    EXPECT_FALSE(rows.requestMove(1, 1));
+    EXPECT_FALSE(nobody.requestMove(0, 1));
+    clips.setReadOnly(true);
+    EXPECT_FALSE(rows.requestMove(0, 1));
+    EXPECT_FALSE(nameField.requestMove(0, 1));
+    EXPECT_EQ(Mvt_SimpleValue<QString>::Listener("Clips.name[0]", env()).set("Z"),
+              int(Mvt_SimpleValue_BaseAPI::kSetRefused));
+    EXPECT_TRUE(rowsHeard.takeHeard().isEmpty());
+    EXPECT_TRUE(clips.moveRow(0, 1)); // the owner still may
+
+    EXPECT_TRUE(widthList.requestMove(2, 0));
+    EXPECT_EQ(widths.values(), (std::vector<long>{30, 10, 20}));
+    widths.setReadOnly(true);
+    EXPECT_FALSE(widthList.requestMove(2, 0));
+    EXPECT_EQ(widths.values(), (std::vector<long>{30, 10, 20}));
+}
