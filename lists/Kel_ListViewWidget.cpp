@@ -27,89 +27,91 @@ Kel_ListView* Kel_ListViewWidget::listView() const
     return dynamic_cast<Kel_ListView*>(getChild());
 }
 
-void Kel_ListViewWidget::setListConnectionSpec(const QByteArray& spec)
+// The hosted list is the bridge's child; code may have replaced or removed
+// it, so every property goes through these two.
+template <class Set>
+void Kel_ListViewWidget::writeList(Set&& set)
 {
     if (Kel_ListView* list = listView())
-        list->SetListConnectionName(QString::fromUtf8(spec));
+        set(*list);
+}
+
+template <class T, class Get>
+T Kel_ListViewWidget::readList(Get&& get, const T& fallback) const
+{
+    const Kel_ListView* list = listView();
+    return list ? T(get(*list)) : fallback;
+}
+
+void Kel_ListViewWidget::setListConnectionSpec(const QByteArray& spec)
+{
+    writeList([&](Kel_ListView& l) { l.SetListConnectionName(QString::fromUtf8(spec)); });
 }
 
 QByteArray Kel_ListViewWidget::getListConnectionSpec() const
 {
-    const Kel_ListView* list = listView();
-    return list ? list->GetListConnectionName().toUtf8() : QByteArray();
+    return readList([](const Kel_ListView& l) { return l.GetListConnectionName().toUtf8(); }, QByteArray());
 }
 
 void Kel_ListViewWidget::setSelectionConnectionSpec(const QByteArray& spec)
 {
-    if (Kel_ListView* list = listView())
-        list->SetSelectionConnectionName(QString::fromUtf8(spec));
+    writeList([&](Kel_ListView& l) { l.SetSelectionConnectionName(QString::fromUtf8(spec)); });
 }
 
 QByteArray Kel_ListViewWidget::getSelectionConnectionSpec() const
 {
-    const Kel_ListView* list = listView();
-    return list ? list->GetSelectionConnectionName().toUtf8() : QByteArray();
+    return readList([](const Kel_ListView& l) { return l.GetSelectionConnectionName().toUtf8(); }, QByteArray());
 }
 
 void Kel_ListViewWidget::setSelectionMode(int mode)
 {
-    Kel_ListView* list = listView();
-    if (list && mode >= Kel_ListView::Single && mode <= Kel_ListView::None)
-        list->setSelectionMode(Kel_ListView::SelectionMode(mode));
+    if (mode >= Kel_ListView::Single && mode <= Kel_ListView::None)
+        writeList([&](Kel_ListView& l) { l.setSelectionMode(Kel_ListView::SelectionMode(mode)); });
 }
 
 int Kel_ListViewWidget::getSelectionMode() const
 {
-    const Kel_ListView* list = listView();
-    return list ? int(list->getSelectionMode()) : int(Kel_ListView::None);
+    return readList([](const Kel_ListView& l) { return int(l.getSelectionMode()); }, int(Kel_ListView::None));
 }
 
 void Kel_ListViewWidget::setEnterAction(const QByteArray& script)
 {
-    if (Kel_ListView* list = listView())
-        list->setEnterActionString(QString::fromUtf8(script));
+    writeList([&](Kel_ListView& l) { l.setEnterActionString(QString::fromUtf8(script)); });
 }
 
 QByteArray Kel_ListViewWidget::getEnterAction() const
 {
-    const Kel_ListView* list = listView();
-    return list ? list->getEnterActionString().toUtf8() : QByteArray();
+    return readList([](const Kel_ListView& l) { return l.getEnterActionString().toUtf8(); }, QByteArray());
 }
 
 void Kel_ListViewWidget::setSelectionAction(const QByteArray& script)
 {
-    if (Kel_ListView* list = listView())
-        list->setSelectionActionString(QString::fromUtf8(script));
+    writeList([&](Kel_ListView& l) { l.setSelectionActionString(QString::fromUtf8(script)); });
 }
 
 QByteArray Kel_ListViewWidget::getSelectionAction() const
 {
-    const Kel_ListView* list = listView();
-    return list ? list->getSelectionActionString().toUtf8() : QByteArray();
+    return readList([](const Kel_ListView& l) { return l.getSelectionActionString().toUtf8(); }, QByteArray());
 }
 
 void Kel_ListViewWidget::setRowHeight(int height)
 {
-    if (Kel_ListView* list = listView())
-        list->setCellHeight(qMax(1, height));
+    writeList([&](Kel_ListView& l) { l.setCellHeight(qMax(1, height)); });
 }
 
 int Kel_ListViewWidget::getRowHeight() const
 {
-    const Kel_ListView* list = listView();
-    return list ? list->getCellHeight() : 0;
+    return readList([](const Kel_ListView& l) { return l.getCellHeight(); }, 0);
 }
 
 void Kel_ListViewWidget::setLedgerShading(bool on)
 {
-    if (Kel_ListView* list = listView())
-        list->enableLedgerShading(on);
+    writeList([&](Kel_ListView& l) { l.enableLedgerShading(on); });
 }
 
 bool Kel_ListViewWidget::getLedgerShading() const
 {
-    const Kel_ListView* list = listView();
-    return list && list->isLedgerShadingEnabled();
+    return readList([](const Kel_ListView& l) { return l.isLedgerShadingEnabled(); }, false);
 }
 
 void Kel_ListViewWidget::buildRowView()

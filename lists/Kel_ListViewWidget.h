@@ -63,6 +63,8 @@ protected:
 
 private:
     void buildRowView();
+    template <class Set> void writeList(Set&& set);
+    template <class T, class Get> T readList(Get&& get, const T& fallback) const;
 
     QString mRowFields;
 };
