@@ -293,12 +293,19 @@ set(KELCORE_DIALOGS_HEADERS
   Kel_StatusWindow.h
 )
 
-# lists/: lists bound to array models, widget lists and stacks
+# lists/: the list view, widget lists and stacks
 set(KELCORE_LISTS_SOURCES
+  Kel_ListView.cpp
+  Kel_ListViewCell.cpp
+  Kel_ListViewWidget.cpp
+  Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
 )
 set(KELCORE_LISTS_HEADERS
+  Kel_ListView.h
+  Kel_ListViewCell.h
+  Kel_ListViewWidget.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
 )

@@ -14,6 +14,7 @@
 #include <QFont>
 #include <QLabel>
 #include <QPixmap>
+#include <QMouseEvent>
 #include <QPoint>
 #include <QtGlobal>
 #include <climits>
@@ -104,6 +105,17 @@ inline QPixmap labelPixmap(const QLabel* label)
     return label->pixmap();
 #else
     return label->pixmap(Qt::ReturnByValue);
+#endif
+}
+
+// Where a mouse event happened on the screen (globalPos() in Qt 5,
+// globalPosition() in Qt 6).
+inline QPoint globalMousePosition(const QMouseEvent* event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->globalPosition().toPoint();
+#else
+    return event->globalPos();
 #endif
 }
 

@@ -28,6 +28,7 @@
 #include "Kel_ScrollView.h"
 #include "Kel_Slider.h"
 #include "Kel_StandardBistateButton.h"
+#include "Kel_StandardRadioButton.h"
 #include "Kel_TCLabel.h"
 #include "Kel_TextEdit.h"
 
@@ -79,6 +80,9 @@ void registerLibraryWidgets()
         "A dual-state button that allows customization via image properties");
     add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");
     add<Kel_TextEdit, false>("Kel_TextEdit", "QTextEdit connected to or published as string data model");
+    // Not in the table above, but made by forms like the bistate button.
+    add<Kel_StandardRadioButton, false>("Kel_StandardRadioButton",
+        "An image button that is on while a string model holds its state name");
 }
 
 const struct Registration

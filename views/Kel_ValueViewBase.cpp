@@ -13,6 +13,24 @@ const int kTextMargin = 2;
 
 } // namespace
 
+namespace {
+
+// The innermost live InheritedFontScope (painting happens on the GUI thread only).
+const Kel_ValueViewBase::InheritedFontScope* sInheritedFontScopeP = nullptr;
+
+} // namespace
+
+Kel_ValueViewBase::InheritedFontScope::InheritedFontScope(const QFont& font)
+    : mFont(font), mOuterP(sInheritedFontScopeP)
+{
+    sInheritedFontScopeP = this;
+}
+
+Kel_ValueViewBase::InheritedFontScope::~InheritedFontScope()
+{
+    sInheritedFontScopeP = mOuterP;
+}
+
 const char* const Kel_ValueViewBase::kListFontKey = "FontSettings.Kel_ListView.Font";
 
 QFont Kel_ValueViewBase::listFont()
@@ -43,7 +61,9 @@ void Kel_ValueViewBase::setFont(const QFont& font)
 
 QFont Kel_ValueViewBase::getFont() const
 {
-    return mHasOwnFont ? mFont : listFont();
+    if (mHasOwnFont)
+        return mFont;
+    return sInheritedFontScopeP ? sInheritedFontScopeP->font() : listFont();
 }
 
 void Kel_ValueViewBase::updateAppearance()

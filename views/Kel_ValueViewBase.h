@@ -24,6 +24,23 @@ public:
     // else the application font (asking never adds the key).
     static QFont listFont();
 
+    // While one lives, views without a font of their own draw in its font
+    // instead of the list font: a list view paints its rows in its own font
+    // this way. Scopes nest; the innermost one counts.
+    class KELCORE_EXPORT InheritedFontScope
+    {
+    public:
+        explicit InheritedFontScope(const QFont& font);
+        ~InheritedFontScope();
+        InheritedFontScope(const InheritedFontScope&) = delete;
+        InheritedFontScope& operator=(const InheritedFontScope&) = delete;
+        const QFont& font() const { return mFont; }
+
+    private:
+        QFont mFont;
+        const InheritedFontScope* mOuterP;
+    };
+
     Kel_ValueViewBase();
     Kel_ValueViewBase(const Kel_ValueViewBase& other);
     Kel_ValueViewBase& operator=(const Kel_ValueViewBase&) = delete;
@@ -39,7 +56,7 @@ public:
     Qt::Alignment getAlignment() const { return mAlignment; }
     // A font of the view's own instead of the list font.
     void setFont(const QFont& font);
-    // Back to the list font.
+    // Back to the inherited font (see InheritedFontScope), else the list font.
     void unsetFont() { mHasOwnFont = false; }
     QFont getFont() const;
 

@@ -79,11 +79,23 @@ public:
     void endUpdate();
     bool isUpdating() const { return mUpdateDepth > 0; }
 
+    // Changes one field of a row. Besides the field's listeners, the record's
+    // own listeners hear MsgElementValueChanged(row): the row changed, so a
+    // list of the whole record repaints it. (A field array's setAt() tells
+    // only the field's listeners.)
     template <class T>
     bool setValue(long row, const QString& fieldName, const T& value)
     {
         Mve_Array<T>* f = field<T>(fieldName);
-        return f && f->setAt(row, value);
+        if (!f)
+            return false;
+        const bool notifying = f->isNotifying();
+        Guard guard(this);
+        if (!f->setAt(row, value))
+            return false;
+        if (notifying && guard.alive())
+            notifyElementValueChanged(row);
+        return true;
     }
     template <class T>
     T value(long row, const QString& fieldName, const T& def = T()) const

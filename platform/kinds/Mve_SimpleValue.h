@@ -33,6 +33,20 @@ public:
         return true;
     }
 
+    // Stores the value without telling anyone; true when it changed. For an
+    // owner that moves an index model for a moment and puts it back (a list
+    // shows each row by moving its current-row index while it paints): reads
+    // through the index see the new value at once, while element listeners
+    // keep hearing about the element of the last notified value. Use
+    // setValue for a move that others must follow.
+    bool setValueQuietly(const T& value)
+    {
+        if (Mv_ValueTraits<T>::equal(value, mValue))
+            return false;
+        mValue = value;
+        return true;
+    }
+
     void setReadOnly(bool readOnly) { mReadOnly = readOnly; }
     bool isReadOnly() const { return mReadOnly; }
     void setValidator(const Validator& validator) { mValidator = validator; }

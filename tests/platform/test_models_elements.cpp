@@ -39,6 +39,29 @@ TEST_F(Elements, AFixedIndexAddressesOneElementAndHearsOnlyItsChanges)
     EXPECT_EQ(outside.set("z"), Mvt_SimpleValue_BaseAPI::kSetNotAnswered);
 }
 
+TEST_F(Elements, AnIndexMovedQuietlyIsReadAtOnceButAnnouncedToNobody)
+{
+    Mve_Array<QString> names({"a", "b", "c"}, "Names");
+    names.Publish(&dict);
+    Mve_Index<long> row(0, "Row");
+    row.Publish(&dict);
+    auto cellEnv = env();
+    cellEnv->set("Row", "Row");
+    StringListener cell("Names[$Row]", cellEnv);
+    Recorder rec(cell);
+    rec.takeHeard();
+    EXPECT_TRUE(row.setValueQuietly(2));
+    EXPECT_EQ(cell.value(), "c");
+    EXPECT_TRUE(rec.takeHeard().isEmpty());
+    EXPECT_FALSE(row.setValueQuietly(2));
+    row.setValueQuietly(0); // put back: the listener never knew
+    names.setAt(0, "A");
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    row.setValue(1); // a move others must follow is announced as usual
+    EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+    EXPECT_EQ(cell.value(), "b");
+}
+
 TEST_F(Elements, AnIndexModelMovesTheListenerAlongTheArray)
 {
     Mve_Array<QString> names({"a", "b", "c"}, "Clips.name");
