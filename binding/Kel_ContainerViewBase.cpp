@@ -436,6 +436,7 @@ bool Kel_ContainerViewBase::findItem(const QString& path, QPoint* where)
 
 QString Kel_ContainerViewBase::findUiName(const QPoint& local)
 {
+    reportToUiNameProbe(this);
     QString name = getName();
     const ViewMap under = subViewsContainingPoint(local);
     if (!under.empty()) {

@@ -195,8 +195,28 @@ bool Kel_ViewBase::findItem(const QString& name, QPoint* where)
     return true;
 }
 
+namespace {
+Kel_ViewBase::UiNameProbe& uiNameProbe()
+{
+    static Kel_ViewBase::UiNameProbe probe;
+    return probe;
+}
+} // namespace
+
+void Kel_ViewBase::setUiNameProbe(const UiNameProbe& probe)
+{
+    uiNameProbe() = probe;
+}
+
+void Kel_ViewBase::reportToUiNameProbe(Kel_ViewInterface* view)
+{
+    if (const UiNameProbe& probe = uiNameProbe())
+        probe(view);
+}
+
 QString Kel_ViewBase::findUiName(const QPoint&)
 {
+    reportToUiNameProbe(this);
     return mName;
 }
 

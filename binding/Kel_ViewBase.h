@@ -10,6 +10,7 @@
 #include <QSize>
 #include <QString>
 #include <cstdint>
+#include <functional>
 
 // The common part of every light-weight view: geometry, name, flags, a tool
 // tip bound to a string model, and event handlers that ignore their events
@@ -79,6 +80,15 @@ public:
     // True, with the centre of the view, when name is this view's name.
     bool findItem(const QString& name, QPoint* where) override;
     QString findUiName(const QPoint& local) override;
+
+    // For tools that must know which views lie under a point (the model
+    // inspector): while a probe is set, findUiName of the library's views
+    // hands it each view that answers, at the moment it answers, so that a
+    // list shows the row under the point then. Null removes the probe.
+    typedef std::function<void(Kel_ViewInterface* view)> UiNameProbe;
+    static void setUiNameProbe(const UiNameProbe& probe);
+    // What a findUiName override calls for its own view.
+    static void reportToUiNameProbe(Kel_ViewInterface* view);
 
     void setCanDrag(bool canDrag) { mCanDrag = canDrag; }
     EDragType getDragType() const { return mDragType; }

@@ -44,15 +44,14 @@ public:
     // nothing has that name.
     virtual QRect findPoi(const QString& dottedName);
 
-    // The widget in whose coordinates the view lives: the bridge itself, or
-    // the content widget of a scroll area.
-    virtual QWidget* viewHostWidget() const { return mWidgetP; }
-
 protected:
     // Member-wise, as bridges never are copied themselves (they are widgets).
     Kel_BridgeBase(const Kel_BridgeBase&) = default;
     Kel_BridgeBase& operator=(const Kel_BridgeBase&) = default;
 
+    // The widget in whose coordinates the view lives: the bridge itself, or
+    // the content widget of a scroll area.
+    virtual QWidget* viewHostWidget() const { return mWidgetP; }
     // Fills area with the background colour and picture, when set.
     void paintBackground(QPainter& painter, const QRect& area) const;
     // Deletes the hosted view; bridges call it from their destructors, while

@@ -93,13 +93,13 @@ public:
     // Removing the hosted view deletes it and leaves the bridge empty.
     void removeView(Kel_ViewInterface* view) override;
     bool releaseView(Kel_ViewInterface* view) override;
-    QWidget* viewHostWidget() const override { return mViewportWidgetP; }
 
 protected:
     // The visible rectangle in content coordinates.
     QRect viewableArea() const;
     // Where the cursor is, in viewport coordinates; auto-scroll steers by it.
     virtual QPoint cursorPosInViewport() const;
+    QWidget* viewHostWidget() const override { return mViewportWidgetP; }
 
     // Watches the viewport: drag moves near its edges start auto-scroll.
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -2,7 +2,7 @@
 
 #include "Kel_BoundPropertyBase.h"
 #include "Kel_BridgeBase.h"
-#include "Kel_ViewContainerInterface.h"
+#include "Kel_ViewBase.h"
 #include "Kel_ViewInterface.h"
 #include "Mv_ConnectionDict.h"
 #include "Mv_Diagnostics.h"
@@ -79,50 +79,32 @@ QString widgetOwnerName(const QObject* widget)
     return name.isEmpty() ? type : QStringLiteral("%1 (%2)").arg(name, type);
 }
 
-// The rectangle of view in its bridge's host coordinates, when the view
-// hangs under bridge; null otherwise. Containers that are views offset
-// their children by their own place.
-QRect rectInBridge(Kel_ViewInterface* view, const Kel_BridgeBase* bridge, int* depth)
-{
-    QRect rect = view->getRectInParent();
-    *depth = 0;
-    for (Kel_ViewContainerInterface* container = view->getParent(); container; ++*depth) {
-        if (dynamic_cast<const Kel_BridgeBase*>(container) == bridge)
-            return rect;
-        auto* containerView = dynamic_cast<Kel_ViewInterface*>(container);
-        if (!containerView)
-            return QRect();
-        rect.translate(containerView->getRectInParent().topLeft());
-        container = containerView->getParent();
-    }
-    return QRect();
-}
-
 QVector<Kel_ModelInspector::Binding> viewBindingsAt(Kel_BridgeBase* bridge, const QPoint& globalPos)
 {
     QVector<Kel_ModelInspector::Binding> found;
-    QWidget* host = bridge->viewHostWidget();
-    if (!host || !bridge->getChild())
+    auto* bridgeWidget = dynamic_cast<QWidget*>(bridge);
+    if (!bridgeWidget || !bridge->getChild())
         return found;
-    const QPoint local = host->mapFromGlobal(globalPos);
-    // As a tool tip would: a list moves its row view to the row under the
-    // point, so that element addresses name that row.
-    QWidget* bridgeWidget = dynamic_cast<QWidget*>(bridge);
-    const QString uiName = bridgeWidget ? bridge->findUiName(bridgeWidget->mapFromGlobal(globalPos)) : QString();
-    std::vector<std::pair<int, Kel_ViewInterface*>> hits;
-    for (const Kel_ViewInterface* constView : Kel_BoundPropertyBase::viewsWithProperties()) {
-        auto* view = const_cast<Kel_ViewInterface*>(constView);
-        int depth = 0;
-        const QRect rect = rectInBridge(view, bridge, &depth);
-        if (!rect.isNull() && rect.contains(local))
-            hits.emplace_back(depth, view);
-    }
-    std::stable_sort(hits.begin(), hits.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
-    for (const auto& hit : hits) {
-        const QString owner = hit.second->getName().isEmpty() ? uiName : hit.second->getName();
-        for (const Kel_BoundPropertyBase* property : Kel_BoundPropertyBase::propertiesOf(hit.second)) {
+    // Asking for the name of what lies under the point walks the views
+    // there as they show it: a list shows the row under the point during
+    // the walk, so element addresses are read for that row.
+    std::vector<std::pair<Kel_ViewInterface*, QVector<Kel_ModelInspector::Binding>>> walked;
+    Kel_ViewBase::setUiNameProbe([&walked](Kel_ViewInterface* view) {
+        QVector<Kel_ModelInspector::Binding> bindings;
+        for (const Kel_BoundPropertyBase* property : Kel_BoundPropertyBase::propertiesOf(view)) {
             if (property->isNamed())
-                found.append(describe(*property, owner));
+                bindings.append(describe(*property, view->getName()));
+        }
+        walked.emplace_back(view, bindings);
+    });
+    const QString uiName = bridge->findUiName(bridgeWidget->mapFromGlobal(globalPos));
+    Kel_ViewBase::setUiNameProbe(nullptr);
+    // Innermost first; views without a name of their own go by the path.
+    for (auto it = walked.rbegin(); it != walked.rend(); ++it) {
+        for (Kel_ModelInspector::Binding binding : it->second) {
+            if (binding.owner.isEmpty())
+                binding.owner = uiName;
+            found.append(binding);
         }
     }
     return found;

@@ -2,6 +2,7 @@
 #include "ListTestSupport.h"
 
 #include "Kel_ListViewWidget.h"
+#include "Kel_ModelInspector.h"
 #include "Kel_QtWidgetFactoryRegistry.h"
 #include "Kel_FactoryEntryInterface.h"
 #include "Ost_Assert.h"
@@ -399,3 +400,19 @@ TEST(ListViewWidget, FormsCreateItAndDescribeItsRowsByField)
 }
 
 } // namespace
+
+// The model inspector names what a row shows: the row under the cursor, not
+// the list's current one, and the list is left as it was.
+TEST_F(ListFixture, TheInspectorNamesTheModelsOfTheRowUnderTheCursor)
+{
+    build(10, Kel_ListView::Single);
+    click(1);
+    const auto found = Kel_ModelInspector::bindingsAt(content()->mapToGlobal(rowPoint(3)));
+    ASSERT_GE(found.size(), 1);
+    EXPECT_EQ(found[0].specification, "ListTest.Clips.name[$Row]");
+    EXPECT_EQ(found[0].index, 3);
+    EXPECT_EQ(found[0].value, "clip3");
+    EXPECT_TRUE(found[0].owner.endsWith("Name")) << found[0].owner.toStdString();
+    EXPECT_TRUE(list->IsRowSelected(1));
+    EXPECT_FALSE(list->IsRowSelected(3));
+}
