@@ -195,6 +195,7 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_AutoSizeTextEdit.cpp
   Kel_ResourceImage.cpp
   Kel_Slider.cpp
+  Kel_Sprite.cpp
   Kel_StandardBistateButton.cpp
   Kel_StandardRadioButton.cpp
   Kel_TransparentOverlay.cpp
@@ -234,6 +235,7 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_AutoSizeTextEdit.h
   Kel_ResourceImage.h
   Kel_Slider.h
+  Kel_Sprite.h
   Kel_StandardBistateButton.h
   Kel_StandardRadioButton.h
   Kel_TransparentOverlay.h

@@ -27,6 +27,7 @@
 #include "Kel_RevealHeader.h"
 #include "Kel_ScrollView.h"
 #include "Kel_Slider.h"
+#include "Kel_Sprite.h"
 #include "Kel_StandardBistateButton.h"
 #include "Kel_StandardRadioButton.h"
 #include "Kel_TCLabel.h"
@@ -42,9 +43,7 @@ void add(const char* key, const char* description)
     new Kel_SimpleFactoryEntry<T, Container>(QString::fromLatin1(key), QString::fromLatin1(description), QString());
 }
 
-// One line per class, in this order. The commented lines are the classes
-// that forms may name once they exist in the library; a new class takes the
-// place of its comment.
+// One line per class, in this order.
 void registerLibraryWidgets()
 {
     add<Kel_ActionButton, false>("Kel_ActionButton", "Action model connected button");
@@ -75,7 +74,7 @@ void registerLibraryWidgets()
     add<Kel_RevealBody, true>("Kel_RevealBody", "Body of the reveal widget, contains widget that will be hidden/shown");
     add<Kel_ScrollView, true>("Kel_ScrollView", "Kel ScrollView");
     add<Kel_Slider, false>("Kel_Slider", "model driven slider control");
-    // Kel_Sprite, false: "Animated bitmap"
+    add<Kel_Sprite, false>("Kel_Sprite", "Animated bitmap");
     add<Kel_StandardBistateButton, false>("Kel_StandardBistateButton",
         "A dual-state button that allows customization via image properties");
     add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");

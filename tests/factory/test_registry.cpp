@@ -8,6 +8,8 @@
 
 #include <QFrame>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <iterator>
 #include <gtest/gtest.h>
 
 namespace {
@@ -40,6 +42,7 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
         {"Kel_Label", "QLabel with Model/View connection for label text"},
         {"Kel_LineEdit", "QLineEdit connected to or published as string data model"},
         {"Kel_LongLabel", "QLabel that displays a Model/View connection long value as text"},
+        {"Kel_Placard", "Placard widget for place-holding"},
         {"Kel_PlayButton", "Immediate action play button for transport control"},
         {"Kel_PopupDisplay", "A combobox"},
         {"Kel_RadioGroupListBox", "Radio Group-style List Box"},
@@ -47,9 +50,21 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
         {"Kel_RevealButton", "Contains reveal button that shows/hides body widget"},
         {"Kel_RevealHeader", "Header for reveal widget, contains reveal button and display text field"},
         {"Kel_ScrollView", "Kel ScrollView"},
+        {"Kel_Slider", "model driven slider control"},
+        {"Kel_Sprite", "Animated bitmap"},
+        {"Kel_StandardBistateButton", "A dual-state button that allows customization via image properties"},
         {"Kel_TCLabel", "Timecode widget for monitor pane"},
         {"Kel_TextEdit", "QTextEdit connected to or published as string data model"},
     };
+    // The whole table, in ascending order, and the two classes forms use
+    // beyond it.
+    QStringList expected{"Kel_ListViewWidget", "Kel_StandardRadioButton"};
+    for (const auto& c : library)
+        expected.append(QString::fromLatin1(c.first));
+    expected.sort();
+    EXPECT_EQ(std::size(library), 29u);
+    EXPECT_EQ(Kel_QtWidgetFactoryRegistry::getAllKeys().filter(QRegularExpression("^Kel_")), expected);
+
     Kel_QtWidgetFactoryRegistry loader;
     QWidget parent;
     for (const auto& c : library) {

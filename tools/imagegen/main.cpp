@@ -191,6 +191,23 @@ void drawSlug(QPainter& p, const QRectF& r, const QString& caption)
     p.drawText(QRectF(r.left(), r.center().y() + 12, r.width(), 30), Qt::AlignCenter, caption);
 }
 
+// A record light for Kel_Sprite: eight 16 x 16 frames side by side, a red
+// dot glowing up and down.
+void drawRecordLight(QPainter& p, const QRectF& r)
+{
+    const int frames = 8;
+    const qreal frame = r.width() / frames;
+    p.setPen(Qt::NoPen);
+    for (int i = 0; i < frames; ++i) {
+        const qreal glow = 0.35 + 0.65 * (i < frames / 2 ? i : frames - i) / (frames / 2);
+        const QPointF centre(r.left() + frame * (i + 0.5), r.center().y());
+        QColor red(0xd0, 0x30, 0x28);
+        red.setAlphaF(glow);
+        p.setBrush(red);
+        p.drawEllipse(centre, frame * 0.38, frame * 0.38);
+    }
+}
+
 std::vector<Drawing> drawings()
 {
     std::vector<Drawing> all;
@@ -222,6 +239,7 @@ std::vector<Drawing> drawings()
     addButton(all, QStringLiteral("Demo/SpeedTwo"), green,
               [](QPainter& p, ButtonState s) { text(p, s, QStringLiteral("2x")); });
     all.push_back({QStringLiteral("Horiz_Slider_Ramp.png"), QSize(160, 24), &drawRamp});
+    all.push_back({QStringLiteral("Demo/RecordLight.png"), QSize(128, 16), &drawRecordLight});
     all.push_back({QStringLiteral("slider_handle_horiz_slider.png"), QSize(12, 24), &drawHandle});
     all.push_back({QStringLiteral("Monitor/VideoMonitorSlug.png"), QSize(320, 180),
                    [](QPainter& p, const QRectF& r) { drawSlug(p, r, QStringLiteral("No picture")); }});

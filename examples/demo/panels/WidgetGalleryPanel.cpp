@@ -6,6 +6,7 @@
 #include "Kel_ActionDialog.h"
 #include "Kel_Bitmap.h"
 #include "Kel_Busy.h"
+#include "Kel_Sprite.h"
 #include "Kel_CheckBox.h"
 #include "Kel_CheckBoxList.h"
 #include "Kel_ConnectionUtils.h"
@@ -194,6 +195,10 @@ QWidget* createGalleryPanel(QWidget* parent)
     busyLayout->addWidget(busy);
     busyLayout->addStretch();
     addRow(values, QStringLiteral("Kel_Busy (Gallery.Busy)"), busyRow);
+    auto* sprite = row<Kel_Sprite>(values, "recordLight", QStringLiteral("Kel_Sprite (a film strip of 8 frames)"));
+    sprite->setImagePath(QStringLiteral("Images/Demo/RecordLight.png"));
+    sprite->setFrameCount(8);
+    sprite->setInterval(90);
     auto* picture = row<Kel_PopupDisplay>(values, "picture", QStringLiteral("Kel_PopupDisplay (Gallery.ImagePath)"));
     picture->addItems({QStringLiteral("Images/FormPlay.png"), QStringLiteral("Images/GalleryPause.png"),
                        QStringLiteral("Images/GalleryTransport.png"), QStringLiteral("Images/Missing.png")});
