@@ -102,6 +102,12 @@ set(KELCORE_VIEWS_SOURCES
   Kel_StringView.cpp
   Kel_TextView.cpp
   Kel_ValueViewBase.cpp
+  Kel_DateTimeView.cpp
+  Kel_IconView.cpp
+  Kel_RevealView.cpp
+  Kel_SelectableView.cpp
+  Kel_StackViewBase.cpp
+  Kel_VStackView.cpp
 )
 set(KELCORE_VIEWS_HEADERS
   Kel_BlankView.h
@@ -114,6 +120,12 @@ set(KELCORE_VIEWS_HEADERS
   Kel_StringView.h
   Kel_TextView.h
   Kel_ValueViewBase.h
+  Kel_DateTimeView.h
+  Kel_IconView.h
+  Kel_RevealView.h
+  Kel_SelectableView.h
+  Kel_StackViewBase.h
+  Kel_VStackView.h
 )
 
 # menu/: menus, menu bars and their segments
@@ -173,6 +185,10 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_Label.cpp
   Kel_LongLabel.cpp
   Kel_ModelInspector.cpp
+  Kel_RelativeMotionSource.cpp
+  Kel_RelativeMotionSource_win.cpp
+  Kel_RelativeMouseTracker.cpp
+  Kel_TreeWidget.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -182,6 +198,11 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_Label.h
   Kel_LongLabel.h
   Kel_ModelInspector.h
+  Kel_RelativeMouseTracker.h
+  Kel_TreeWidget.h
+)
+set(KELCORE_WIDGETS_PRIVATE_HEADERS
+  Kel_RelativeMotionSource_p.h
 )
 
 # factory/: the widget factory and form loading

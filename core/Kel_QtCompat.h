@@ -12,6 +12,7 @@
 #include <QEnterEvent>
 #include <QEvent>
 #include <QFont>
+#include <QMouseEvent>
 #include <QPoint>
 #include <QtGlobal>
 
@@ -66,6 +67,17 @@ inline Qt::KeyboardModifiers dropModifiers(const QDropEvent* event)
     return event->modifiers();
 #else
     return event->keyboardModifiers();
+#endif
+}
+
+// Where a mouse event happened on the screen (globalPos() in Qt 5,
+// globalPosition() in Qt 6).
+inline QPoint globalPosition(const QMouseEvent* event)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return event->globalPosition().toPoint();
+#else
+    return event->globalPos();
 #endif
 }
 
