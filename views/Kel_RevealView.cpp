@@ -20,6 +20,8 @@ const int kTitleMargin = 4;
 
 Kel_RevealView::Kel_RevealView() : Kel_ContainerViewBase()
 {
+    // Views are read-only unless they say otherwise; the header is meant to be operated.
+    setReadOnly(false);
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{&mRevealed, &mTitleModel})
         property->onNotify([this] { updateAppearance(); });
     relayout();

@@ -16,7 +16,8 @@
 // says. Unconnected, the view keeps the state itself (revealed at first) and
 // the header toggles it. The view is as high as the header, plus the body
 // while revealed, and tells its parent when that changes, so that a
-// vertical stack closes up behind a hidden body.
+// vertical stack closes up behind a hidden body. Unlike most views it is not
+// read-only at first; setReadOnly(true) makes the header inert.
 class KELCORE_EXPORT Kel_RevealView : public Kel_ContainerViewBase
 {
 public:

@@ -8,6 +8,10 @@
 
 Kel_SelectableView::Kel_SelectableView() : Kel_ContainerViewBase()
 {
+    // Views are read-only unless they say otherwise; this one is meant to be clicked.
+    setReadOnly(false);
+    // A click makes it the focus of its container, for Space.
+    setAcceptsFocus(true);
     mSelected.onNotify([this] { sendAllBitsChanged(); });
 }
 

@@ -14,8 +14,9 @@
 // (value views without a colour of their own draw in the painter's pen).
 // A click that no sub-view takes selects (sets the model to true); a click
 // with Ctrl, or Space while the view has the focus, toggles. A refused
-// change leaves the view showing the model. Unconnected, or read-only, it is
-// never selected and clicks do nothing. The model is read at every paint,
+// change leaves the view showing the model. Unconnected it is never
+// selected; unconnected or read-only (unlike most views, it is not at
+// first), clicks do nothing. The model is read at every paint,
 // so one view re-used for every row of a list highlights each row's own
 // state.
 class KELCORE_EXPORT Kel_SelectableView : public Kel_ContainerViewBase
