@@ -78,7 +78,7 @@ QSize Kel_RevealView::contentSize() const
     int width = kTriangleBox + titleWidth + 2 * kTitleMargin;
     int height = headerHeight();
     if (mBodyP) {
-        width = std::max(width, mBodyP->getWidth());
+        width = std::max(width, kTriangleBox + mBodyP->getWidth());
         if (mShown)
             height += std::max(0, mBodyP->getHeight());
     }
@@ -88,7 +88,7 @@ QSize Kel_RevealView::contentSize() const
 void Kel_RevealView::relayout()
 {
     if (mBodyP)
-        mBodyP->setOrigin(QPoint(0, headerHeight()));
+        mBodyP->setOrigin(QPoint(kTriangleBox, headerHeight()));
     const QSize oldSize = getSize();
     const QSize newSize = contentSize().expandedTo(mMinSize);
     if (newSize != oldSize)

@@ -36,7 +36,8 @@ public:
     QString getTitleConnection() const { return mTitleModel.spec(); }
 
     // Takes ownership of body (replacing and deleting the previous one) and
-    // places it below the header. Null removes the body.
+    // places it below the header, indented as far as the title. Null
+    // removes the body.
     void setBody(Kel_ViewInterface* body);
     Kel_ViewInterface* body() const { return mBodyP; }
 

@@ -36,11 +36,11 @@ TEST(RevealView, UnboundItShowsTheBodyAndTheHeaderTogglesIt)
     r.reveal->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
     const int header = r.reveal->headerHeight();
     EXPECT_TRUE(r.reveal->isRevealed());
-    EXPECT_EQ(r.reveal->getSize(), QSize(150, header + 50));
-    EXPECT_EQ(r.body->getRectInParent(), QRect(0, header, 150, 50));
+    EXPECT_EQ(r.reveal->getSize(), QSize(16 + 150, header + 50));
+    EXPECT_EQ(r.body->getRectInParent(), QRect(16, header, 150, 50));
 
     r.clickBody();
-    EXPECT_EQ(r.host.log, (QStringList{"press Body 20,10", "release Body 20,10"}));
+    EXPECT_EQ(r.host.log, (QStringList{"press Body 4,10", "release Body 4,10"}));
 
     r.clickHeader();
     EXPECT_FALSE(r.reveal->isRevealed());
@@ -52,7 +52,7 @@ TEST(RevealView, UnboundItShowsTheBodyAndTheHeaderTogglesIt)
 
     r.clickHeader();
     EXPECT_TRUE(r.reveal->isRevealed());
-    EXPECT_EQ(r.reveal->findUiName(QPoint(5, header + 5)), QStringLiteral("Group.Body"));
+    EXPECT_EQ(r.reveal->findUiName(QPoint(20, header + 5)), QStringLiteral("Group.Body"));
 }
 
 TEST(RevealView, FollowsItsModelAndUndoesRefusedClicks)

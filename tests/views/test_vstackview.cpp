@@ -40,9 +40,9 @@ TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
     stack.AddSubView(reveal);
     stack.AddSubView(row("C", 30, 5));
     const int header = reveal->headerHeight();
-    EXPECT_EQ(layout(stack), (QStringList{"A 0,0 50x10", QStringLiteral("R 0,10 80x%1").arg(header + 40),
+    EXPECT_EQ(layout(stack), (QStringList{"A 0,0 50x10", QStringLiteral("R 0,10 96x%1").arg(header + 40),
                                           QStringLiteral("C 0,%1 30x5").arg(10 + header + 40)}));
-    EXPECT_EQ(stack.getSize(), QSize(80, 10 + header + 40 + 5));
+    EXPECT_EQ(stack.getSize(), QSize(96, 10 + header + 40 + 5)); // the body is indented by the triangle
 
     // Hiding the body (Space with the reveal as the stack's focus view would
     // do the same) shrinks the reveal, and the row after it moves up.
@@ -51,7 +51,7 @@ TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
     reveal->keyPressEvent(&space);
     EXPECT_FALSE(reveal->isRevealed());
     EXPECT_EQ(layout(stack).last(), QStringLiteral("C 0,%1 30x5").arg(10 + header));
-    EXPECT_TRUE(parent.log.contains(QStringLiteral("size Column 80x%1 from 80x%2").arg(10 + header + 5).arg(10 + header + 45)));
+    EXPECT_TRUE(parent.log.contains(QStringLiteral("size Column 96x%1 from 96x%2").arg(10 + header + 5).arg(10 + header + 45)));
 
     // Copies keep the arrangement and the orientation.
     std::unique_ptr<Kel_ViewInterface> copy(stack.clone());
