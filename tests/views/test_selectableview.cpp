@@ -121,22 +121,12 @@ TEST(SelectableView, DrawsItsContentInTheHighlightedTextColour)
     view.setIsSelectedConnectionSpec(QStringLiteral("SelectableView.Drawn"));
     view.makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
 
-    TextRecorder device;
-    {
-        QPainter painter(&device);
-        painter.setPen(Qt::blue);
-        view.drawContents(&painter, view.getLocalDrawingRect());
-    }
-    ASSERT_EQ(device.drawn.size(), 1u);
-    EXPECT_EQ(device.drawn[0].color, QColor(Qt::yellow));
+    auto drawn = drawTexts(view); // with a blue pen
+    ASSERT_EQ(drawn.size(), 1u);
+    EXPECT_EQ(drawn[0].color, QColor(Qt::yellow));
 
     selected.setValue(false);
-    TextRecorder plain;
-    {
-        QPainter painter(&plain);
-        painter.setPen(Qt::blue);
-        view.drawContents(&painter, view.getLocalDrawingRect());
-    }
-    ASSERT_EQ(plain.drawn.size(), 1u);
-    EXPECT_EQ(plain.drawn[0].color, QColor(Qt::blue));
+    drawn = drawTexts(view);
+    ASSERT_EQ(drawn.size(), 1u);
+    EXPECT_EQ(drawn[0].color, QColor(Qt::blue));
 }

@@ -1,31 +1,10 @@
 // The vertical stack: rows one below the other, closing up when a row
 // changes height (a reveal view hiding its body), under any order of edits.
-#include "Kel_BlankView.h"
-#include "Kel_HStackView.h"
 #include "Kel_RevealView.h"
 #include "Kel_VStackView.h"
 #include "ViewTestSupport.h"
 
 #include <random>
-
-namespace {
-
-Kel_ViewInterface* row(const QString& name, int width, int height)
-{
-    auto* view = new Kel_BlankView(QSize(width, height));
-    view->setName(name);
-    return view;
-}
-
-QStringList layout(const Kel_VStackView& stack)
-{
-    QStringList result;
-    for (int i = 0; i < stack.count(); ++i)
-        result << stack.viewAt(i)->getName() + QLatin1Char(' ') + rectText(stack.viewAt(i)->getRectInParent());
-    return result;
-}
-
-} // namespace
 
 TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
 {
@@ -33,14 +12,14 @@ TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
     Kel_VStackView stack;
     stack.setName(QStringLiteral("Column"));
     stack.setParent(&parent);
-    stack.AddSubView(row("A", 50, 10));
+    stack.AddSubView(namedBlank("A", 50, 10));
     auto* reveal = new Kel_RevealView;
     reveal->setName(QStringLiteral("R"));
-    reveal->setBody(row("Body", 80, 40));
+    reveal->setBody(namedBlank("Body", 80, 40));
     stack.AddSubView(reveal);
-    stack.AddSubView(row("C", 30, 5));
+    stack.AddSubView(namedBlank("C", 30, 5));
     const int header = reveal->headerHeight();
-    EXPECT_EQ(layout(stack), (QStringList{"A 0,0 50x10", QStringLiteral("R 0,10 96x%1").arg(header + 40),
+    EXPECT_EQ(stackLayout(stack), (QStringList{"A 0,0 50x10", QStringLiteral("R 0,10 96x%1").arg(header + 40),
                                           QStringLiteral("C 0,%1 30x5").arg(10 + header + 40)}));
     EXPECT_EQ(stack.getSize(), QSize(96, 10 + header + 40 + 5)); // the body is indented by the triangle
 
@@ -50,7 +29,7 @@ TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
     QKeyEvent space(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier, QStringLiteral(" "));
     reveal->keyPressEvent(&space);
     EXPECT_FALSE(reveal->isRevealed());
-    EXPECT_EQ(layout(stack).last(), QStringLiteral("C 0,%1 30x5").arg(10 + header));
+    EXPECT_EQ(stackLayout(stack).last(), QStringLiteral("C 0,%1 30x5").arg(10 + header));
     EXPECT_TRUE(parent.log.contains(QStringLiteral("size Column 96x%1 from 96x%2").arg(10 + header + 5).arg(10 + header + 45)));
 
     // Copies keep the arrangement and the orientation.
@@ -58,7 +37,7 @@ TEST(VStackView, StacksRowsTopDownAndClosesUpBehindAHiddenBody)
     auto* copied = dynamic_cast<Kel_VStackView*>(copy.get());
     ASSERT_NE(copied, nullptr);
     EXPECT_EQ(copied->orientation(), Qt::Vertical);
-    EXPECT_EQ(layout(*copied), layout(stack));
+    EXPECT_EQ(stackLayout(*copied), stackLayout(stack));
 }
 
 TEST(VStackView, KeepsRowsContiguousUnderRandomEdits)
@@ -78,7 +57,7 @@ TEST(VStackView, KeepsRowsContiguousUnderRandomEdits)
                 const QSize size(std::uniform_int_distribution<int>(0, 60)(random),
                                  std::uniform_int_distribution<int>(0, 20)(random));
                 const QString name = QString::number(next++);
-                stack.insertView(a, row(name, size.width(), size.height()));
+                stack.insertView(a, namedBlank(name, size.width(), size.height()));
                 shadow.insert(shadow.begin() + std::clamp(a, 0, n), {name, size});
             } else if (what == 2) {
                 stack.removeViewAt(a);
@@ -104,7 +83,7 @@ TEST(VStackView, KeepsRowsContiguousUnderRandomEdits)
                 y += entry.second.height();
                 width = std::max(width, entry.second.width());
             }
-            ASSERT_EQ(layout(stack), expected) << "step " << step;
+            ASSERT_EQ(stackLayout(stack), expected) << "step " << step;
             ASSERT_EQ(stack.getSize(), QSize(width, y));
         }
     }
