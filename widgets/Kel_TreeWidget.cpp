@@ -166,3 +166,34 @@ void Kel_TreeWidget::userChangedCurrentItem(QTreeWidgetItem* current)
         return; // accepted (its notification shows it), or the tree is gone
     selectModelsNode();
 }
+
+bool Kel_TreeWidget::findPoi(const QString& dottedName, QRect* globalRect)
+{
+    QRect local = rect();
+    if (!dottedName.isEmpty() && dottedName != objectName()) {
+        const QString prefix = objectName() + QLatin1Char('.');
+        if (objectName().isEmpty() || !dottedName.startsWith(prefix))
+            return false;
+        QTreeWidgetItem* item = nullptr;
+        for (const QString& caption : dottedName.mid(prefix.size()).split(QLatin1Char('.'))) {
+            const int count = item ? item->childCount() : topLevelItemCount();
+            QTreeWidgetItem* next = nullptr;
+            for (int i = 0; i < count && !next; ++i) {
+                QTreeWidgetItem* child = item ? item->child(i) : topLevelItem(i);
+                if (child->text(0) == caption)
+                    next = child;
+            }
+            if (!next)
+                return false;
+            item = next;
+        }
+        while (item && visualItemRect(item).isEmpty())
+            item = item->parent();
+        if (!item)
+            return false;
+        local = visualItemRect(item).translated(viewport()->pos());
+    }
+    if (globalRect)
+        *globalRect = QRect(mapToGlobal(local.topLeft()), local.size());
+    return true;
+}

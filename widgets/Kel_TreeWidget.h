@@ -4,6 +4,7 @@
 #include "kelcore_export.h"
 
 #include "Kel_BoundProperty.h"
+#include "Kel_IPointOfInterestFinder.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_Array.h"
 #include "Mvt_SimpleValue.h"
@@ -32,7 +33,7 @@
 // Unconnected, the tree is empty; without a current-node model the user can
 // still browse it. Nodes start expanded; the ones the user collapses stay
 // collapsed (by row) when the tree is rebuilt.
-class KELCORE_EXPORT Kel_TreeWidget : public QTreeWidget, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_TreeWidget : public QTreeWidget, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
     Q_PROPERTY(QString connectionEnv READ getConnectionEnv WRITE SetConnectionEnv)
@@ -66,6 +67,12 @@ public:
     void updateAppearance();
     // The item of a node's row (-1: the root node), or null.
     QTreeWidgetItem* itemForRow(long row) const;
+
+    // The widget (its object name, or an empty name), or a node named by the
+    // captions from the top ("binTree.Footage.Day 1"). A node inside a
+    // collapsed one answers the rectangle of the nearest shown ancestor,
+    // where the user would click to reach it.
+    bool findPoi(const QString& dottedName, QRect* globalRect) override;
 
 protected slots:
     // Sends the node the user chose to the current-node model.

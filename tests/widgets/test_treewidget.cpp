@@ -141,6 +141,18 @@ TEST_F(TreeWidgetTest, RootNodeLoopsAndCollapsedNodes)
     EXPECT_EQ(footage->childCount(), 2);
     EXPECT_TRUE(tree->findItems(QStringLiteral("All bins"), Qt::MatchExactly)[0]->isExpanded());
 
+    // Guided help finds nodes by their captions; one inside a collapsed node
+    // points at the node to open.
+    QRect found;
+    ASSERT_TRUE(tree->findPoi(QStringLiteral("binTree.All bins.Footage.Day 2"), &found));
+    const QRect footageRect = tree->visualItemRect(footage).translated(tree->viewport()->pos());
+    EXPECT_EQ(found, QRect(tree->mapToGlobal(footageRect.topLeft()), footageRect.size()));
+    ASSERT_TRUE(tree->findPoi(QStringLiteral("binTree.All bins.Stray"), &found));
+    EXPECT_GT(found.top(), tree->mapToGlobal(footageRect.topLeft()).y());
+    EXPECT_TRUE(tree->findPoi(QStringLiteral("binTree"), nullptr));
+    for (const char* missing : {"binTree.Footage", "binTree.All bins.Nowhere", "other.All bins", "binTree."})
+        EXPECT_FALSE(tree->findPoi(QString::fromLatin1(missing), &found)) << missing;
+
     // An empty root name leaves the top-level nodes at the top.
     root.setValue(QString());
     EXPECT_EQ(tree->topLevelItemCount(), 5);
