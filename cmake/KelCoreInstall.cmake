@@ -20,3 +20,5 @@ write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/${KELCORE_PACKAGE_N
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${KELCORE_PACKAGE_NAME}Config.cmake
   ${CMAKE_CURRENT_BINARY_DIR}/${KELCORE_PACKAGE_NAME}ConfigVersion.cmake
   DESTINATION ${KELCORE_INSTALL_CMAKEDIR})
+# kelcore_add_menus for applications (the package config includes it).
+install(FILES ${CMAKE_CURRENT_SOURCE_DIR}/cmake/KelCoreMenus.cmake DESTINATION ${KELCORE_INSTALL_CMAKEDIR})

@@ -34,6 +34,7 @@ set(KELCORE_BINDING_SOURCES
   Kel_ViewContainerInterface.cpp
   Kel_ViewInterface.cpp
   Kel_WidgetConnectInterface.cpp
+  Kel_BoundText.cpp
 )
 set(KELCORE_BINDING_HEADERS
   Kel_BoundFont.h
@@ -46,6 +47,7 @@ set(KELCORE_BINDING_HEADERS
   Kel_ViewContainerInterface.h
   Kel_ViewInterface.h
   Kel_WidgetConnectInterface.h
+  Kel_BoundText.h
 )
 
 # poi/: point-of-interest lookup and what's-this names
@@ -146,6 +148,7 @@ set(KELCORE_MENU_SOURCES
   Mnu_Segment.cpp
   Mnu_SeparatorSegment.cpp
   Mnu_SubmenuSegment.cpp
+  Kel_EditMenuCommands.cpp
 )
 set(KELCORE_MENU_HEADERS
   Kel_MenuBar.h
@@ -164,27 +167,63 @@ set(KELCORE_MENU_HEADERS
   Mnu_Segment.h
   Mnu_SeparatorSegment.h
   Mnu_SubmenuSegment.h
+  Kel_EditMenuCommands.h
+)
+set(KELCORE_MENU_PRIVATE_HEADERS
+  Mnu_Writer_p.h
 )
 
 # keymap/: keymaps and keys
 set(KELCORE_KEYMAP_SOURCES
   Kel_KeyboardLanguage.cpp
   Kel_KeymapMgr.cpp
+  Kel_KeyEdit.cpp
 )
 set(KELCORE_KEYMAP_HEADERS
   Kel_KeyboardLanguage.h
   Kel_KeymapMgr.h
+  Kel_KeyEdit.h
 )
 
 # widgets/: value and button widgets
 set(KELCORE_WIDGETS_SOURCES
   Kel_ActionButton.cpp
   Kel_ActionScriptRunner.cpp
+  Kel_AnimationTimer.cpp
   Kel_CheckBox.cpp
   Kel_ImmediateActionButton.cpp
   Kel_Label.cpp
   Kel_LongLabel.cpp
   Kel_ModelInspector.cpp
+  Kel_TCLabel.cpp
+  Kel_Time.cpp
+  Kel_TextAlignment.cpp
+  Kel_AutoAlignLineEdit.cpp
+  Kel_LineEdit.cpp
+  Kel_LineEditPopup.cpp
+  Kel_AutoAlignTextEdit.cpp
+  Kel_TextEdit.cpp
+  Kel_AutoSizeTextEdit.cpp
+  Kel_ResourceImage.cpp
+  Kel_Slider.cpp
+  Kel_StandardBistateButton.cpp
+  Kel_StandardRadioButton.cpp
+  Kel_TransparentOverlay.cpp
+  Kel_ActionDialog.cpp
+  Kel_Bitmap.cpp
+  Kel_Busy.cpp
+  Kel_CheckBoxList.cpp
+  Kel_Double.cpp
+  Kel_DropdownList.cpp
+  Kel_EnhancedCheckBoxList.cpp
+  Kel_ImageMappedButtons.cpp
+  Kel_PlayButton.cpp
+  Kel_PopupDisplay.cpp
+  Kel_RadioGroupListBox.cpp
+  Kel_RevealBody.cpp
+  Kel_RevealButton.cpp
+  Kel_RevealHeader.cpp
+  Kel_ScrollView.cpp
   Kel_RelativeMotionSource.cpp
   Kel_RelativeMotionSource_win.cpp
   Kel_RelativeMouseTracker.cpp
@@ -198,10 +237,40 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_Label.h
   Kel_LongLabel.h
   Kel_ModelInspector.h
+  Kel_TCLabel.h
+  Kel_Time.h
+  Kel_TextAlignment.h
+  Kel_AutoAlignLineEdit.h
+  Kel_LineEdit.h
+  Kel_LineEditPopup.h
+  Kel_AutoAlignTextEdit.h
+  Kel_TextEdit.h
+  Kel_AutoSizeTextEdit.h
+  Kel_ResourceImage.h
+  Kel_Slider.h
+  Kel_StandardBistateButton.h
+  Kel_StandardRadioButton.h
+  Kel_TransparentOverlay.h
+  Kel_ActionDialog.h
+  Kel_Bitmap.h
+  Kel_Busy.h
+  Kel_CheckBoxList.h
+  Kel_Double.h
+  Kel_DropdownList.h
+  Kel_EnhancedCheckBoxList.h
+  Kel_ImageMappedButtons.h
+  Kel_PlayButton.h
+  Kel_PopupDisplay.h
+  Kel_RadioGroupListBox.h
+  Kel_RevealBody.h
+  Kel_RevealButton.h
+  Kel_RevealHeader.h
+  Kel_ScrollView.h
   Kel_RelativeMouseTracker.h
   Kel_TreeWidget.h
 )
 set(KELCORE_WIDGETS_PRIVATE_HEADERS
+  Kel_AnimationTimer_p.h
   Kel_RelativeMotionSource_p.h
 )
 
@@ -212,6 +281,7 @@ set(KELCORE_FACTORY_SOURCES
   Kel_FactoryRegistration.cpp
   Kel_QtWidgetFactoryRegistry.cpp
   Kel_UIFileFactoryEntry.cpp
+  Kel_EditMenuTestWindow.cpp
 )
 set(KELCORE_FACTORY_HEADERS
   Kel_CreateWidgetFromUILayout.h
@@ -219,9 +289,28 @@ set(KELCORE_FACTORY_HEADERS
   Kel_QtWidgetFactoryRegistry.h
   Kel_SimpleFactoryEntry.h
   Kel_UIFileFactoryEntry.h
+  Kel_EditMenuTestWindow.h
 )
 
-kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory)
+# media/: the video monitor and its play-rate overlay
+set(KELCORE_MEDIA_SOURCES
+  Kel_Monitor.cpp
+)
+set(KELCORE_MEDIA_HEADERS
+  Kel_Monitor.h
+)
+
+# dialogs/: status window and progress thermometer
+set(KELCORE_DIALOGS_SOURCES
+  Kel_ProgressThermometer.cpp
+  Kel_StatusWindow.cpp
+)
+set(KELCORE_DIALOGS_HEADERS
+  Kel_ProgressThermometer.h
+  Kel_StatusWindow.h
+)
+
+kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media dialogs)
 set(_sources ${KELCORE_ALL_SOURCES})
 set(_headers ${KELCORE_PUBLIC_HEADERS})
 set(_private_dirs ${KELCORE_FOLDER_DIRS})

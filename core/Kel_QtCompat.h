@@ -12,9 +12,12 @@
 #include <QEnterEvent>
 #include <QEvent>
 #include <QFont>
+#include <QLabel>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QPoint>
 #include <QtGlobal>
+#include <climits>
 
 namespace Kel_QtCompat {
 
@@ -67,6 +70,41 @@ inline Qt::KeyboardModifiers dropModifiers(const QDropEvent* event)
     return event->modifiers();
 #else
     return event->keyboardModifiers();
+#endif
+}
+
+// Sets a font's weight on Qt 5's scale from 0 to 99 (50 normal, 75 bold),
+// which Qt 6 keeps as the "legacy" weight beside its own 100 to 900.
+// Qt 6 takes the named weight nearest to the old one, as Qt itself maps them.
+inline void setLegacyFontWeight(QFont& font, int weight)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    static const int map[][2] = {{0, QFont::Thin},     {12, QFont::ExtraLight}, {25, QFont::Light},
+                                 {50, QFont::Normal},  {57, QFont::Medium},     {63, QFont::DemiBold},
+                                 {75, QFont::Bold},    {81, QFont::ExtraBold},  {87, QFont::Black}};
+    int nearest = QFont::Normal;
+    int distance = INT_MAX;
+    for (const auto& pair : map) {
+        if (qAbs(pair[0] - weight) >= distance)
+            break;
+        distance = qAbs(pair[0] - weight);
+        nearest = pair[1];
+    }
+    font.setWeight(QFont::Weight(nearest));
+#else
+    font.setWeight(weight);
+#endif
+}
+
+// The pixmap a label shows, by value (null without one): Qt 5.15 answers a
+// pointer from pixmap() and a value from pixmap(Qt::ReturnByValue), Qt 6 a
+// value from pixmap().
+inline QPixmap labelPixmap(const QLabel* label)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    return label->pixmap();
+#else
+    return label->pixmap(Qt::ReturnByValue);
 #endif
 }
 

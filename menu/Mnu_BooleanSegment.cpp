@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 
@@ -93,4 +94,13 @@ bool Mnu_BooleanSegment::parseSubElement(QDomElement* element)
         return true;
     }
     return Mnu_Segment::parseSubElement(element);
+}
+
+bool Mnu_BooleanSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(out, indent, format, "BooleanSegment", "Mnu_BooleanSegment", [&](const QString& inner) {
+        Mnu_Writer::emitField(out, inner, format == kSaveXml, QStringLiteral("BooleanConnectionName"),
+                              QStringLiteral("segment"), QStringLiteral("setBooleanConnectionName"),
+                              getBooleanConnectionName());
+    });
 }

@@ -13,6 +13,7 @@ class KELCORE_EXPORT Mnu_BooleanSegment : public Mnu_Segment
 public:
     Mnu_BooleanSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_BooleanSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

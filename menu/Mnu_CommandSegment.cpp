@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 #include "Mv_Utils.h"
 #include "Mv_Variant.h"
 #include "Uip_ParseNode.h"
@@ -129,4 +130,22 @@ bool Mnu_CommandSegment::parseSubElement(QDomElement* element)
         return true;
     }
     return Mnu_Segment::parseSubElement(element);
+}
+
+bool Mnu_CommandSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(out, indent, format, "CommandSegment", "Mnu_CommandSegment", [&](const QString& inner) {
+        if (mActionScript.isEmpty())
+            return;
+        if (format == kSaveXml) {
+            Mnu_Writer::emitLine(out, inner, Mnu_Writer::element(QStringLiteral("ActionScript"), mActionScript));
+        } else {
+            // Scripts quote their texts; those quotes must survive in a C++ string.
+            QString script = mActionScript;
+            script.replace(QLatin1Char('"'), QLatin1String("\\\""));
+            Mnu_Writer::emitLine(
+                out, inner,
+                Mnu_Writer::setterCall(QStringLiteral("segment"), QStringLiteral("setActionScript"), script));
+        }
+    });
 }

@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 #include "Ost_Assert.h"
 
 #include <QDomElement>
@@ -167,4 +168,13 @@ int Mnu_ListSegment::getIDIndex(Mnu_MenuID id)
 {
     auto it = std::find(mIDs.begin(), mIDs.end(), id);
     return it == mIDs.end() ? -1 : int(it - mIDs.begin());
+}
+
+bool Mnu_ListSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(out, indent, format, "ListSegment", "Mnu_ListSegment", [&](const QString& inner) {
+        Mnu_Writer::emitField(out, inner, format == kSaveXml, QStringLiteral("ItemsConnectionName"),
+                              QStringLiteral("segment"), QStringLiteral("setItemsConnectionName"),
+                              mItemsConnectionName);
+    });
 }

@@ -22,6 +22,7 @@ class KELCORE_EXPORT Mnu_ListSegment : public Mnu_Segment
 public:
     Mnu_ListSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_ListSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

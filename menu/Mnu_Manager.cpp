@@ -56,6 +56,10 @@ Mnu_Manager::Mnu_Manager() : mMenuP(nullptr), mInstantiated(false), mParentSegme
 {
 }
 
+void Mnu_Manager::setItemRadioGroup(Mnu_MenuID, const void*)
+{
+}
+
 Mnu_Manager::~Mnu_Manager()
 {
     delete mMenuP;

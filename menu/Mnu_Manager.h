@@ -83,6 +83,9 @@ protected:
 
 public:
     virtual void dump(const QString& prefix) const = 0;
+    // Puts the item into the exclusive choice of group (one per segment and
+    // build), shown with radio indicators; nothing in the base.
+    virtual void setItemRadioGroup(Mnu_MenuID id, const void* group);
 
     void setWhatsThis(Mnu_MenuID id, const std::string& text);
     Mnu_SubmenuSegment* getParentSegment() const { return mParentSegmentP; }

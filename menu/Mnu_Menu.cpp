@@ -4,6 +4,7 @@
 #include "Mnu_Manager.h"
 #include "Mnu_Segment.h"
 #include "Mnu_SubmenuSegment.h"
+#include "Mnu_Writer_p.h"
 #include "Mv_MessageDispatcher.h"
 #include "Mvt_Root_Notifications.h"
 
@@ -310,14 +311,69 @@ void Mnu_Menu::handleVisibleConnectionChanged()
         mVisible = mVisibility.isConnected() && mVisibility->value(false);
 }
 
-bool Mnu_Menu::saveMenu(std::ostream&, const QString&, Mnu_Segment::saveFormat, Mnu_QtManager*, bool)
+bool Mnu_Menu::saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format,
+                        Mnu_QtManager* menuMgr, bool isSubmenu)
 {
-    return false;
+    const QString inner = indent + QLatin1Char('\t');
+    if (format == Mnu_Segment::kSaveXml) {
+        emitCode(out, indent, QStringLiteral("<Menu>"));
+        auto field = [&](const char* tag, const QString& value) {
+            if (!value.isEmpty())
+                emitCode(out, inner, Mnu_Writer::element(QLatin1String(tag), value));
+        };
+        field("Name", mName);
+        field("VisibleConnectionName", getVisibleConnectionName());
+        field("Text", Mnu_Writer::escapedText(mText));
+        field("TextConnectionName", getItemTextConnectionName());
+        for (Mnu_Segment* segment : mSegments)
+            segment->saveSegment(out, inner, format);
+        emitCode(out, indent, QStringLiteral("</Menu>"));
+        return true;
+    }
+    if (format != Mnu_Segment::kSaveSource)
+        return true;
+
+    emitCode(out, indent, QStringLiteral("/* Generate a new Menu */"));
+    emitCode(out, indent, QStringLiteral("{"));
+    if (menuMgr) {
+        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
+        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();"));
+    } else if (isSubmenu) {
+        emitCode(out, inner, QStringLiteral("/* Use existing Segment's Manager */"));
+        emitCode(
+            out, inner,
+            QStringLiteral("Mnu_QtManager* manager = dynamic_cast<Mnu_QtManager*>( segment->getSubmenuManager() );"));
+        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
+        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
+    } else {
+        emitCode(out, inner, QStringLiteral("/* Create a new Manager for each Menu */"));
+        emitCode(out, inner, QStringLiteral("Mnu_QtManager* manager = menubarMgr->createManager();"));
+        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
+        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
+    }
+    const QString menu = QStringLiteral("menu");
+    if (!mName.isEmpty())
+        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setName"), mName));
+    if (!getVisibleConnectionName().isEmpty())
+        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setVisibleConnectionName"),
+                                                    getVisibleConnectionName()));
+    if (!mText.isEmpty())
+        emitCode(out, inner, QLatin1String("menu->setMenuText( Mnu_QtManager::tr( \"") + mText
+                                 + QLatin1String("\", \"this is a menu\" ) );"));
+    if (!getItemTextConnectionName().isEmpty())
+        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setItemTextConnectionName"),
+                                                    getItemTextConnectionName()));
+    for (Mnu_Segment* segment : mSegments)
+        segment->saveSegment(out, inner, format);
+    if (!menuMgr && !isSubmenu)
+        emitCode(out, inner, QStringLiteral("menubarMgr->addManager( manager );"));
+    emitCode(out, indent, QStringLiteral("}"));
+    return true;
 }
 
 void Mnu_Menu::emitCode(std::ostream& out, const QString& indent, const QString& line)
 {
-    out << indent.toLocal8Bit().constData() << line.toLocal8Bit().constData() << std::endl;
+    Mnu_Writer::emitLine(out, indent, line);
 }
 
 bool Mnu_Menu::tstFindItemByPath(const QString& path, int depth, Mnu_Segment** segment, Mnu_MenuID* id,

@@ -91,7 +91,9 @@ public:
     void menuTextNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged& message);
     void menuVisibleNotifyCallback(const Mvt_SimpleValue_Notifications::MsgValueChanged& message);
 
-    // Writer of the menu formats; not provided yet.
+    // Writes the menu as XML or as source code. menuMgr is the manager of a
+    // stand-alone pop-up (null inside a menu bar or a submenu); isSubmenu
+    // says the menu belongs to a submenu segment. Always true.
     bool saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format, Mnu_QtManager* menuMgr,
                   bool isSubmenu);
 

@@ -4,16 +4,19 @@
 #include "Kel_PopupMenu.h"
 #include "Mnu_Menu.h"
 #include "Mnu_QtMenuBarManager.h"
+#include "Mnu_Writer_p.h"
 #include "Mvt_SimpleValue.h"
 #include "Ost_Resource.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QDomElement>
 #include <QIcon>
 #include <QKeySequence>
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
+#include <utility>
 
 namespace {
 
@@ -214,6 +217,9 @@ void Mnu_QtManager::clearPopup()
     mPopupMenuP->clear();
     mItemIDs.clear();
     mItemSet.clear();
+    for (const QPointer<QActionGroup>& group : std::as_const(mRadioGroups))
+        delete group.data();
+    mRadioGroups.clear();
 }
 
 bool Mnu_QtManager::doSystemMessageConnect()
@@ -362,6 +368,22 @@ void Mnu_QtManager::setWhatsThis(Mnu_MenuID id, const QString& text)
         action->setWhatsThis(text);
 }
 
+void Mnu_QtManager::setItemRadioGroup(Mnu_MenuID id, const void* group)
+{
+    QAction* action = actionForID(id);
+    if (!action || !group)
+        return;
+    QPointer<QActionGroup>& actions = mRadioGroups[group];
+    if (!actions) {
+        actions = new QActionGroup(mPopupMenuP.data());
+        // Exclusive, so that the menu draws radio indicators, but optional:
+        // Qt then toggles a chosen item like any checkable one, and the
+        // segment alone decides what stays checked (triggered undoes Qt's toggle).
+        actions->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    }
+    actions->addAction(action);
+}
+
 QAction* Mnu_QtManager::findItemAction(const QString& path)
 {
     if (!mInstantiated)
@@ -482,9 +504,35 @@ void Mnu_QtManager::popup(QPoint& point, boost::shared_ptr<const Mv_ConnectionEn
     mPopupMenuP->popup(point);
 }
 
-bool Mnu_QtManager::savePopupMenu(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+bool Mnu_QtManager::savePopupMenu(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format)
 {
-    return false;
+    if (format == Mnu_Segment::kSaveXml) {
+        if (mMenuP)
+            mMenuP->saveMenu(out, QString(), format, this, false);
+        return true;
+    }
+    if (format != Mnu_Segment::kSaveSource)
+        return true;
+    Mnu_Writer::GeneratedFile file;
+    file.name = name;
+    // No radio-items header here: generated pop-ups reach it through the radio-list header.
+    file.includes = QStringList{"Mnu_BooleanSegment.h", "Mnu_CommandSegment.h",  "Mnu_SeparatorSegment.h",
+                                "Mnu_RadioListSegment.h", "Mnu_ListSegment.h", "Mnu_SubmenuSegment.h",
+                                "Mnu_QtManager.h"};
+    file.factoryDeclaration = QStringLiteral("\tstatic Mnu_QtManager* createMenuManager( Mnu_QtManager* menuMgr);");
+    file.registration = QLatin1String("\tMnu_QtManager::registerMenuFactory( \"") + name
+                        + QLatin1String("\", (void *)this, createMenuManager );");
+    file.unregistration =
+        QLatin1String("\tMnu_QtManager::unregisterMenuFactory( \"") + name + QLatin1String("\", (void *)this );");
+    file.factoryDefinition =
+        QLatin1String("Mnu_QtManager* ") + name + QLatin1String("::createMenuManager( Mnu_QtManager* menuMgr )");
+    file.body = [&](const QString& indent) {
+        if (mMenuP)
+            mMenuP->saveMenu(out, indent, format, this, false);
+    };
+    file.returnLine = QStringLiteral("    return menuMgr;");
+    Mnu_Writer::emitGeneratedFile(out, file);
+    return true;
 }
 
 void Mnu_QtManager::aboutToShow()

@@ -4,8 +4,11 @@
 #include "kelcore_export.h"
 
 #include "Mnu_Manager.h"
+// Whoever has a manager works with its menu (generated menu code does).
+#include "Mnu_Menu.h"
 #include "Mnu_Segment.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPoint>
@@ -17,6 +20,7 @@
 class Kel_PopupMenu;
 class Mnu_QtMenuBarManager;
 class QAction;
+class QActionGroup;
 
 // Realises one menu in a Kel_PopupMenu: rebuilds its items from the models
 // every time the menu is about to be shown and routes a chosen action to
@@ -71,6 +75,7 @@ public:
     void setItemIcon(Mnu_MenuID id, unsigned char* data, int length) override;
     using Mnu_Manager::setWhatsThis;
     void setWhatsThis(Mnu_MenuID id, const QString& text) override;
+    void setItemRadioGroup(Mnu_MenuID id, const void* group) override;
     bool tstGetItemEnabled(const QString& path) override;
     bool tstGetItemChecked(const QString& path) override;
     bool tstGetItemVisible(const QString& path) override;
@@ -93,7 +98,8 @@ public:
     // Connects in environment (when given and new), instantiates and pops
     // the menu up at point (global coordinates).
     void popup(QPoint& point, boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
-    // Writer of the menu formats; not provided yet.
+    // Writes the menu as an XML menu file or as a source file (class name)
+    // that registers a factory building the same menu. Always true.
     bool savePopupMenu(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
     // The action that id stands for, when it is one of this manager's.
@@ -128,6 +134,8 @@ private:
     AboutToShowFunc mAboutToShowFuncP;
     void* mAboutToShowDataP;
     boost::shared_ptr<const Mv_ConnectionEnvironment> mEnvironment;
+    // The exclusive groups of the current build, by segment; children of the pop-up.
+    QHash<const void*, QPointer<QActionGroup>> mRadioGroups;
 };
 
 #endif

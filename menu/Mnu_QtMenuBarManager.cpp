@@ -1,5 +1,6 @@
 #include "Mnu_QtMenuBarManager.h"
 
+#include "Dak_EditMenu.h"
 #include "Kel_Logging_p.h"
 #include "Kel_MenuBar.h"
 #include "Kel_PopupMenu.h"
@@ -7,9 +8,12 @@
 #include "Mnu_QtManager.h"
 #include "Mnu_QtMenuBarEventFilter.h"
 #include "Mnu_SubmenuSegment.h"
+#include "Mnu_Writer_p.h"
 
 #include <QAction>
+#include <QDomDocument>
 #include <QDomElement>
+#include <QMenu>
 #include <QMap>
 #include <QStringList>
 
@@ -109,10 +113,15 @@ void Mnu_QtMenuBarManager::addMenu(Mnu_Menu* menu)
 bool Mnu_QtMenuBarManager::instantiateMenus()
 {
     removeBarItems();
-    for (Mnu_QtManager* manager : mManagers) {
+    for (int i = 0; i < mManagers.size(); ++i) {
+        if (i == mEditMenuIndex)
+            insertEditMenuItem(nullptr);
+        Mnu_QtManager* manager = mManagers.at(i);
         manager->instantiateMenus();
         mItemIDs.append(makeBarItem(manager, nullptr));
     }
+    if (mEditMenuIndex >= mManagers.size())
+        insertEditMenuItem(nullptr);
     mInstantiated = true;
     return true;
 }
@@ -120,6 +129,7 @@ bool Mnu_QtMenuBarManager::instantiateMenus()
 void Mnu_QtMenuBarManager::clearMenus()
 {
     removeBarItems();
+    mEditMenuIndex = -1;
     const QList<Mnu_QtManager*> managers = mManagers;
     mManagers.clear();
     qDeleteAll(managers);
@@ -229,6 +239,7 @@ bool Mnu_QtMenuBarManager::tstActivateItem(const QString& path)
 
 void Mnu_QtMenuBarManager::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
+    mEnvironment = environment ? environment : Mv_ConnectionEnvironment::blankEnvironment();
     for (Mnu_QtManager* manager : mManagers)
         manager->makeConnections(environment);
 }
@@ -304,10 +315,8 @@ void Mnu_QtMenuBarManager::refreshMenuBar()
     for (int i = 0; i < mManagers.size(); ++i) {
         Mnu_QtManager* manager = mManagers.at(i);
         if (!mItemIDs.at(i)) {
-            // A reserved item: put it before the next menu's item.
-            QAction* before = nullptr;
-            for (int j = i + 1; j < mItemIDs.size() && !before; ++j)
-                before = mItemIDs.at(j).data();
+            // A reserved item: put it before the next item of the bar.
+            QAction* before = itemAfter(i);
             if (!manager->isInstantiated())
                 manager->instantiateMenus();
             mItemIDs[i] = makeBarItem(manager, before);
@@ -365,9 +374,186 @@ Mnu_Segment* Mnu_QtMenuBarManager::findSegmentByAccelerator(Mnu_Menu* menu, cons
     return nullptr;
 }
 
-bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+namespace {
+
+// The <Menu> element of a text, or a null element (with a debug message).
+QDomElement menuElementOf(const QString& xml, QDomDocument& document)
 {
-    return false;
+    QString message;
+    int line = 0;
+    int column = 0;
+    if (!document.setContent(xml, false, &message, &line, &column)) {
+        qCDebug(lcKelMenu, "Mnu_QtMenuBarManager: parse error %s at line %d column %d in inserted menu",
+                qPrintable(message), line, column);
+        return QDomElement();
+    }
+    return document.documentElement();
+}
+
+bool isMenuElement(const QDomElement* element)
+{
+    return element && element->tagName() == QLatin1String("Menu");
+}
+
+} // namespace
+
+Mnu_Menu* Mnu_QtMenuBarManager::getMenuByPath(const QString& path) const
+{
+    QStringList parts = path.split(QLatin1Char('.'), Qt::SkipEmptyParts);
+    if (parts.isEmpty())
+        return nullptr;
+    Mnu_QtManager* dropDown = managerNamed(parts.takeFirst());
+    Mnu_Menu* menu = dropDown ? dropDown->getMenu() : nullptr;
+    for (const QString& part : parts) {
+        if (!menu)
+            return nullptr;
+        Mnu_Menu* found = nullptr;
+        for (int i = 0; i < menu->getSegmentCount() && !found; ++i) {
+            auto* submenu = dynamic_cast<Mnu_SubmenuSegment*>(menu->getSegmentAt(i));
+            Mnu_Manager* child = submenu ? submenu->getSubmenuManager() : nullptr;
+            Mnu_Menu* childMenu = child ? child->getMenu() : nullptr;
+            if (childMenu && (submenu->getName() == part || childMenu->getName() == part))
+                found = childMenu;
+        }
+        menu = found;
+    }
+    return menu;
+}
+
+bool Mnu_QtMenuBarManager::insertItems(const QString& path, QDomElement* menuElement, InsertPosition position)
+{
+    if (!isMenuElement(menuElement))
+        return false;
+    QString menuPath = path;
+    QString anchorName;
+    if (position != kAppend) {
+        const int dot = path.lastIndexOf(QLatin1Char('.'));
+        if (dot < 0)
+            return false;
+        menuPath = path.left(dot);
+        anchorName = path.mid(dot + 1);
+    }
+    Mnu_Menu* menu = getMenuByPath(menuPath);
+    if (!menu)
+        return false;
+    Mnu_Segment* anchor = nullptr;
+    if (position != kAppend) {
+        for (int i = 0; i < menu->getSegmentCount() && !anchor; ++i) {
+            if (menu->getSegmentAt(i)->getName() == anchorName)
+                anchor = menu->getSegmentAt(i);
+        }
+        if (!anchor)
+            return false;
+    }
+    // Made for the menu they join (a submenu's manager is of its realisation).
+    std::vector<Mnu_Segment*> segments;
+    for (QDomNode node = menuElement->firstChild(); !node.isNull(); node = node.nextSibling()) {
+        QDomElement child = node.toElement();
+        const QString tag = child.tagName();
+        if (tag == QLatin1String("Name") || tag == QLatin1String("Text")
+            || tag == QLatin1String("VisibleConnectionName") || tag == QLatin1String("TextConnectionName"))
+            continue;
+        if (Mnu_Segment* segment = Mnu_Segment::SegmentFactory(menu, &child))
+            segments.push_back(segment);
+    }
+    for (Mnu_Segment* segment : segments) {
+        if (mEnvironment)
+            segment->makeConnections(mEnvironment);
+        if (position == kAppend) {
+            menu->addSegment(segment);
+        } else {
+            menu->insertSegment(segment, anchor, position == kInsertAfter);
+            // The next one follows this one.
+            if (position == kInsertAfter)
+                anchor = segment;
+        }
+    }
+    return true;
+}
+
+bool Mnu_QtMenuBarManager::insertItems(const QString& path, const QString& menuXml, InsertPosition position)
+{
+    QDomDocument document;
+    QDomElement element = menuElementOf(menuXml, document);
+    return insertItems(path, &element, position);
+}
+
+Mnu_QtManager* Mnu_QtMenuBarManager::insertMenu(const QString& before, QDomElement* menuElement)
+{
+    if (!isMenuElement(menuElement))
+        return nullptr;
+    int index = mManagers.size();
+    if (!before.isEmpty()) {
+        index = mManagers.indexOf(managerNamed(before));
+        if (index < 0)
+            return nullptr;
+    }
+    Mnu_QtManager* manager = createManager();
+    manager->setMenus(menuElement);
+    if (mEnvironment)
+        manager->makeConnections(mEnvironment);
+    mManagers.insert(index, manager);
+    if (mInstantiated) {
+        // A reserved item, made at once before the next menu's.
+        while (mItemIDs.size() < index)
+            mItemIDs.append(QPointer<QAction>());
+        mItemIDs.insert(index, QPointer<QAction>());
+        refreshMenuBar();
+    }
+    return manager;
+}
+
+Mnu_QtManager* Mnu_QtMenuBarManager::insertMenu(const QString& before, const QString& menuXml)
+{
+    QDomDocument document;
+    QDomElement element = menuElementOf(menuXml, document);
+    return insertMenu(before, &element);
+}
+
+bool Mnu_QtMenuBarManager::saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format)
+{
+    // The Edit menu is the application's, not the file's: only its place
+    // is written, as the reader takes it.
+    auto saveEditMenu = [&](const QString& indent) {
+        Mnu_Writer::emitLine(out, indent,
+                             format == Mnu_Segment::kSaveXml ? QStringLiteral("<EditMenu/>")
+                                                             : QStringLiteral("menubarMgr->addEditMenu();"));
+    };
+    auto saveMenus = [&](const QString& indent) {
+        for (int i = 0; i < mManagers.size(); ++i) {
+            if (i == mEditMenuIndex)
+                saveEditMenu(indent);
+            if (Mnu_Menu* menu = mManagers.at(i)->getMenu())
+                menu->saveMenu(out, indent, format, nullptr, false);
+        }
+        if (mEditMenuIndex >= mManagers.size())
+            saveEditMenu(indent);
+    };
+    if (format == Mnu_Segment::kSaveXml) {
+        Mnu_Writer::emitLine(out, QString(), QStringLiteral("<MenuBar>"));
+        saveMenus(QStringLiteral("\t"));
+        Mnu_Writer::emitLine(out, QString(), QStringLiteral("</MenuBar>"));
+        return true;
+    }
+    if (format != Mnu_Segment::kSaveSource)
+        return true;
+    Mnu_Writer::GeneratedFile file;
+    file.name = name;
+    file.includes = QStringList{"Mnu_BooleanSegment.h",   "Mnu_CommandSegment.h", "Mnu_SeparatorSegment.h",
+                                "Mnu_RadioItemsSegment.h", "Mnu_RadioListSegment.h", "Mnu_ListSegment.h",
+                                "Mnu_SubmenuSegment.h",    "Mnu_QtManager.h",        "Mnu_QtMenuBarManager.h"};
+    file.factoryDeclaration = QStringLiteral(
+        "\tstatic Mnu_QtMenuBarManager* createMenuBarManager( Mnu_QtMenuBarManager* menubarMgr );");
+    file.registration = QLatin1String("\tMnu_QtMenuBarManager::registerMenuBarFactory( \"") + name
+                        + QLatin1String("\", createMenuBarManager );");
+    file.unregistration =
+        QLatin1String("\tMnu_QtMenuBarManager::unregisterMenuBarFactory( \"") + name + QLatin1String("\" );");
+    file.factoryDefinition = QLatin1String("Mnu_QtMenuBarManager* ") + name
+                             + QLatin1String("::createMenuBarManager( Mnu_QtMenuBarManager* menubarMgr )");
+    file.body = saveMenus;
+    file.returnLine = QStringLiteral("    return menubarMgr;");
+    Mnu_Writer::emitGeneratedFile(out, file);
+    return true;
 }
 
 bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
@@ -381,6 +567,8 @@ bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
         QDomElement child = node.toElement();
         if (child.tagName() == QLatin1String("Menu"))
             addManager(&child);
+        else if (child.tagName() == QLatin1String("EditMenu"))
+            addEditMenu();
         else
             qCDebug(lcKelMenu, "Mnu_Manager::xmlParser - unexpected tag <%s> parsing <MenuBar>, continuing",
                     qPrintable(child.tagName()));
@@ -388,8 +576,41 @@ bool Mnu_QtMenuBarManager::xmlDerivedParser(QDomElement& root)
     return true;
 }
 
+void Mnu_QtMenuBarManager::addEditMenu()
+{
+    if (mEditMenuItem && mMenuBarP)
+        mMenuBarP->removeAction(mEditMenuItem);
+    mEditMenuItem = nullptr;
+    mEditMenuIndex = mManagers.size();
+    if (mInstantiated)
+        insertEditMenuItem(nullptr);
+}
+
+QAction* Mnu_QtMenuBarManager::itemAfter(int index) const
+{
+    for (int j = index + 1; j <= mItemIDs.size(); ++j) {
+        if (j == mEditMenuIndex && mEditMenuItem)
+            return mEditMenuItem;
+        if (j < mItemIDs.size() && mItemIDs.at(j))
+            return mItemIDs.at(j);
+    }
+    return nullptr;
+}
+
+void Mnu_QtMenuBarManager::insertEditMenuItem(QAction* before)
+{
+    if (!mMenuBarP)
+        return;
+    // The one Edit menu may stand in several bars; each bar only shows its item.
+    mEditMenuItem = Dak_EditMenu::instance().menu()->menuAction();
+    mMenuBarP->insertAction(before, mEditMenuItem);
+}
+
 void Mnu_QtMenuBarManager::removeBarItems()
 {
+    if (mEditMenuItem && mMenuBarP)
+        mMenuBarP->removeAction(mEditMenuItem);
+    mEditMenuItem = nullptr;
     for (const QPointer<QAction>& item : mItemIDs) {
         if (!item)
             continue;

@@ -67,6 +67,13 @@ public:
     Mnu_QtManager* getManagerAt(int index) const;
     Kel_MenuBar* getMenuBar() const;
 
+    // Places the application's Edit menu (Dak_EditMenu) after the drop-down
+    // menus added so far; an <EditMenu/> element of a <MenuBar> file does
+    // this at its place. A bar holds the Edit menu once: a second call moves it.
+    void addEditMenu();
+    // Whether the bar holds the Edit menu.
+    bool hasEditMenu() const { return mEditMenuIndex >= 0; }
+
     // Updates the bar's items (titles, visibility, reserved items) from the
     // menus' models without rebuilding the drop-down menus.
     void refreshMenuBar();
@@ -75,7 +82,33 @@ public:
     Mnu_Segment* getSegmentByAccelerator(const QKeySequence& sequence);
     Mnu_QtMenuBarEventFilter* getEventFilter() const { return mEventFilterP.get(); }
 
-    // Writer of the menu formats; not provided yet.
+    // Where insertItems puts new items: before or after the item a path
+    // names, or at the end of the menu a path names.
+    enum InsertPosition { kInsertBefore, kInsertAfter, kAppend };
+    // The menu at a dotted path: a menu of the bar by its name, then
+    // submenus, each by the name of its segment or of its menu. Null when
+    // there is none.
+    Mnu_Menu* getMenuByPath(const QString& path) const;
+    // Adds the segments of a <Menu> element (its own name, title and
+    // connections are not used) to a menu of the bar, so that a plug-in can
+    // put its commands into the application's menus. For kInsertBefore and
+    // kInsertAfter the path ends with the name of a segment of that menu
+    // ("Edit.Paste"); for kAppend it names the menu ("Edit.Recent"). A bar
+    // already connected connects the new segments in the same environment;
+    // a built menu is rebuilt. False (nothing added) when the path leads
+    // nowhere or the element is not a <Menu>.
+    bool insertItems(const QString& path, QDomElement* menuElement, InsertPosition position);
+    // The same from the text of a <Menu> element; false also when it does not parse.
+    bool insertItems(const QString& path, const QString& menuXml, InsertPosition position);
+    // Adds a drop-down menu read from a <Menu> element before the bar's menu
+    // named before (at the end when before is empty); connected and shown
+    // like the others. Null when before names no menu or the element is not
+    // a <Menu>.
+    Mnu_QtManager* insertMenu(const QString& before, QDomElement* menuElement);
+    Mnu_QtManager* insertMenu(const QString& before, const QString& menuXml);
+
+    // Writes the bar and all its menus as an XML menu file or as a source
+    // file (class name) that registers a factory building the same bar. Always true.
     bool saveMenuBar(std::ostream& out, const QString& name, Mnu_Segment::saveFormat format);
 
 protected:
@@ -88,11 +121,19 @@ private:
     QAction* makeBarItem(Mnu_QtManager* manager, QAction* before);
     Mnu_QtManager* managerNamed(const QString& name) const;
     Mnu_Segment* findSegmentByAccelerator(Mnu_Menu* menu, const QKeySequence& sequence, int depth);
+    // The bar item shown after the menu at index, in bar order; null when none.
+    QAction* itemAfter(int index) const;
+    void insertEditMenuItem(QAction* before);
 
     QPointer<Kel_MenuBar> mMenuBarP;
     QList<Mnu_QtManager*> mManagers; // owned: deleted when replaced and with the bar manager
     QList<QPointer<QAction>> mItemIDs;
+    // The Edit menu's place: the number of drop-down menus before it (-1: none).
+    int mEditMenuIndex = -1;
+    // The Edit menu's own item while the bar shows it (owned by Dak_EditMenu).
+    QPointer<QAction> mEditMenuItem;
     std::unique_ptr<Mnu_QtMenuBarEventFilter> mEventFilterP;
+    boost::shared_ptr<const Mv_ConnectionEnvironment> mEnvironment; // of the last makeConnections
 };
 
 #endif

@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 
@@ -31,6 +32,7 @@ int Mnu_RadioItemsSegment::instantiate(Mnu_Manager* manager)
         if (!id.IsValid())
             continue;
         manager->setItemCheckable(id, true);
+        manager->setItemRadioGroup(id, this);
         mChoiceIDMap[id] = choice->id;
         mIDs.push_back(id);
         mMenuP->setIDAssignedToSegment(this, id);
@@ -186,4 +188,40 @@ void Mnu_RadioItemsSegment::parseDerivedSubElement(QDomElement* element)
         return;
     }
     addItemToMap(text, id);
+}
+
+// Only the choices and the current-item connection are written: the common
+// fields of this kind are not kept by either form.
+bool Mnu_RadioItemsSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    const QString inner = indent + QLatin1Char('\t');
+    if (format == kSaveXml) {
+        Mnu_Writer::emitLine(out, indent, QStringLiteral("<RadioItemsSegment>"));
+        Mnu_Writer::emitField(out, inner, true, QStringLiteral("CurrentItemConnectionName"), QString(), QString(),
+                              getSelectedItemConnectionName());
+        const QString choiceIndent = inner + QLatin1Char('\t');
+        for (const auto& choice : mChoices) {
+            Mnu_Writer::emitLine(out, inner, QStringLiteral("<RadioItem>"));
+            Mnu_Writer::emitLine(out, choiceIndent,
+                                 Mnu_Writer::element(QStringLiteral("Text"), Mnu_Writer::escapedText(choice->text)));
+            Mnu_Writer::emitLine(out, choiceIndent,
+                                 Mnu_Writer::element(QStringLiteral("ID"), QString::number(choice->id)));
+            Mnu_Writer::emitLine(out, inner, QStringLiteral("</RadioItem>"));
+        }
+        Mnu_Writer::emitLine(out, indent, QStringLiteral("</RadioItemsSegment>"));
+    } else if (format == kSaveSource) {
+        Mnu_Writer::emitLine(out, indent, QStringLiteral("/* Generate a new RadioItemsSegment */"));
+        Mnu_Writer::emitLine(out, indent, QStringLiteral("{"));
+        Mnu_Writer::emitLine(out, inner,
+                             QStringLiteral("Mnu_RadioItemsSegment* segment = new Mnu_RadioItemsSegment(menu, NULL);"));
+        Mnu_Writer::emitField(out, inner, false, QString(), QStringLiteral("segment"),
+                              QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
+        for (const auto& choice : mChoices)
+            Mnu_Writer::emitLine(out, inner,
+                                 QLatin1String("segment->addItemToMap( \"") + choice->text + QLatin1String("\", ")
+                                     + QString::number(choice->id) + QLatin1String(" );"));
+        Mnu_Writer::emitLine(out, inner, QStringLiteral("menu->addSegment(segment);"));
+        Mnu_Writer::emitLine(out, indent, QStringLiteral("}"));
+    }
+    return true;
 }

@@ -18,6 +18,7 @@ class KELCORE_EXPORT Mnu_RadioItemsSegment : public Mnu_Segment
 public:
     Mnu_RadioItemsSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_RadioItemsSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

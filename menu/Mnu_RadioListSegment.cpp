@@ -3,6 +3,7 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 #include <algorithm>
@@ -39,6 +40,7 @@ int Mnu_RadioListSegment::instantiate(Mnu_Manager* manager)
         if (!id.IsValid())
             continue;
         manager->setItemCheckable(id, true);
+        manager->setItemRadioGroup(id, this);
         const QString identifier = mIDModel->element<QString>(i);
         mItemIdentifierMap[id] = identifier;
         mMenuP->setIDAssignedToSegment(this, id);
@@ -163,4 +165,17 @@ void Mnu_RadioListSegment::handleMsgSelectionChanged()
             break;
         }
     }
+}
+
+bool Mnu_RadioListSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(
+        out, indent, format, "RadioListSegment", "Mnu_RadioListSegment", [&](const QString& inner) {
+            const bool xml = format == kSaveXml;
+            const QString segment = QStringLiteral("segment");
+            Mnu_Writer::emitField(out, inner, xml, QStringLiteral("ItemsConnectionName"), segment,
+                                  QStringLiteral("setItemsConnectionName"), mItemsConnectionName);
+            Mnu_Writer::emitField(out, inner, xml, QStringLiteral("CurrentItemConnectionName"), segment,
+                                  QStringLiteral("setSelectedItemConnectionName"), getSelectedItemConnectionName());
+        });
 }

@@ -3,6 +3,9 @@
 
 #include "kelcore_export.h"
 
+// The two radio kinds go together: code written for one (generated pop-up
+// menus among it) gets both.
+#include "Mnu_RadioItemsSegment.h"
 #include "Mnu_Segment.h"
 #include "Mvt_Array.h"
 #include "Mvt_ArrayContainer.h"
@@ -20,6 +23,7 @@ class KELCORE_EXPORT Mnu_RadioListSegment : public Mnu_Segment
 public:
     Mnu_RadioListSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_RadioListSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

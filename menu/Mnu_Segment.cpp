@@ -10,6 +10,7 @@
 #include "Mnu_RadioListSegment.h"
 #include "Mnu_SeparatorSegment.h"
 #include "Mnu_SubmenuSegment.h"
+#include "Mnu_Writer_p.h"
 #include "Ost_Resource.h"
 
 #include <QDomElement>
@@ -63,8 +64,68 @@ bool Mnu_Segment::saveSegment(std::ostream&, const QString&, Mnu_Segment::saveFo
     return false;
 }
 
-bool Mnu_Segment::emitCommonTags(std::ostream&, const QString&, Mnu_Segment::saveFormat)
+bool Mnu_Segment::emitCommonTags(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
 {
+    if (format != kSaveXml && format != kSaveSource)
+        return true;
+    const bool xml = format == kSaveXml;
+    const QString segment = QStringLiteral("segment");
+    auto field = [&](const char* tag, const char* setter, const QString& value) {
+        Mnu_Writer::emitField(out, indent, xml, QLatin1String(tag), segment, QLatin1String(setter), value);
+    };
+    field("Name", "setName", getName());
+    const QString text = getItemText();
+    if (!text.isEmpty()) {
+        if (xml) {
+            Mnu_Writer::emitLine(out, indent,
+                                 Mnu_Writer::element(QStringLiteral("Text"), Mnu_Writer::escapedText(text)));
+        } else {
+            // The translation comment names the menu, or repeats the text in a menu without a name.
+            const QString menuName = mMenuP ? mMenuP->getName() : QString();
+            Mnu_Writer::emitLine(out, indent,
+                                 QLatin1String("segment->setItemText( Mnu_QtManager::tr(\"") + text
+                                     + QLatin1String("\",\"This is an item in the ")
+                                     + (menuName.isEmpty() ? text : menuName) + QLatin1String(" menu.\") );"));
+        }
+    }
+    field("TextConnectionName", "setTextConnectionName", getTextConnectionName());
+    field("Accelerator", "setAccelerator", getAccelerator());
+    field("AcceleratorConnectionName", "setAcceleratorConnectionName", getAcceleratorConnectionName());
+    field("Icon", "setIconName", getIconName());
+    field("VisibleConnectionName", "setVisibleConnectionName", getVisibleConnectionName());
+    field("EnableConnectionName", "setEnableConnectionName", getEnableConnectionName());
+    field("WhatsThisText", "setWhatsThisText", getWhatsThisText());
+    field("WhatsThisConnectionName", "setWhatsThisConnectionName", getWhatsThisConnectionName());
+    field("WhyDisabledConnectionName", "setWhyDisabledConnectionName", getWhyDisabledConnectionName());
+    return true;
+}
+
+bool Mnu_Segment::saveFramedSegment(std::ostream& out, const QString& indent, saveFormat format, const char* xmlTag,
+                                    const char* className, const std::function<void(const QString&)>& ownLines,
+                                    const QStringList& construction)
+{
+    if (format != kSaveXml && format != kSaveSource)
+        return true;
+    const QString inner = indent + QLatin1Char('\t');
+    const QString cls = QLatin1String(className);
+    if (format == kSaveXml) {
+        Mnu_Writer::emitLine(out, indent, QLatin1Char('<') + QLatin1String(xmlTag) + QLatin1Char('>'));
+        emitCommonTags(out, inner, format);
+        ownLines(inner);
+        Mnu_Writer::emitLine(out, indent, QLatin1String("</") + QLatin1String(xmlTag) + QLatin1Char('>'));
+        return true;
+    }
+    Mnu_Writer::emitLine(out, indent, QLatin1String("/* Generate a new ") + cls.mid(4) + QLatin1String(" */"));
+    Mnu_Writer::emitLine(out, indent, QStringLiteral("{"));
+    if (construction.isEmpty())
+        Mnu_Writer::emitLine(out, inner,
+                             cls + QLatin1String("* segment = new ") + cls + QLatin1String("(menu, NULL);"));
+    for (const QString& line : construction)
+        Mnu_Writer::emitLine(out, inner, line);
+    emitCommonTags(out, inner, format);
+    ownLines(inner);
+    Mnu_Writer::emitLine(out, inner, QStringLiteral("menu->addSegment(segment);"));
+    Mnu_Writer::emitLine(out, indent, QStringLiteral("}"));
     return true;
 }
 

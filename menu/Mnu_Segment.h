@@ -10,7 +10,9 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <boost/shared_ptr.hpp>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 
@@ -36,8 +38,10 @@ public:
     // message) for a tag that is not a segment.
     static Mnu_Segment* SegmentFactory(Mnu_Menu* menu, QDomElement* element);
 
-    // Writers of the menu formats; not provided by the base.
+    // Writes the segment as XML or as source code (kSaveXml, kSaveSource;
+    // any other format writes nothing). The base writes nothing and answers false.
     virtual bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format);
+    // Writes the fields every kind shares, each only when not empty.
     virtual bool emitCommonTags(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format);
     // Makes the segment's items in manager; answers how many were made. The
     // base only computes visible, enabled, displayed text and accelerator.
@@ -115,6 +119,14 @@ protected:
 
     typedef Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> StringProperty;
     typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
+
+    // Writes a segment in the frame every kind but radio items shares:
+    // opening, common tags, the kind's own lines (ownLines, given the inner
+    // indent), closing. className is the kind's class, "Mnu_" included;
+    // construction replaces the generated "new className(menu, NULL)" line.
+    bool saveFramedSegment(std::ostream& out, const QString& indent, saveFormat format, const char* xmlTag,
+                           const char* className, const std::function<void(const QString&)>& ownLines,
+                           const QStringList& construction = QStringList());
 
     // Header line shared by the dumps of every kind.
     void dumpSegmentInformation(const QString& prefix, const char* className) const;

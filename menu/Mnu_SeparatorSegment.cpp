@@ -2,6 +2,7 @@
 
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 
@@ -51,4 +52,9 @@ Mnu_MenuID Mnu_SeparatorSegment::getIndexedID(int)
 void Mnu_SeparatorSegment::dump(const QString& prefix) const
 {
     dumpSegmentInformation(prefix, "Mnu_SeparatorSegment");
+}
+
+bool Mnu_SeparatorSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    return saveFramedSegment(out, indent, format, "Separator", "Mnu_SeparatorSegment", [](const QString&) {});
 }

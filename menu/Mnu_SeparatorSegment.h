@@ -13,6 +13,7 @@ class KELCORE_EXPORT Mnu_SeparatorSegment : public Mnu_Segment
 public:
     Mnu_SeparatorSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_SeparatorSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

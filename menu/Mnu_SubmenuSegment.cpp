@@ -3,11 +3,17 @@
 #include "Kel_Logging_p.h"
 #include "Mnu_Manager.h"
 #include "Mnu_Menu.h"
+#include "Mnu_Writer_p.h"
 
 #include <QDomElement>
 
 Mnu_SubmenuSegment::Mnu_SubmenuSegment(Mnu_Menu* menu) : Mnu_Segment(menu), mSubmenuManagerP(nullptr)
 {
+    // Code that builds a submenu asks for its manager right away; it is one
+    // of the same realisation as the owning menu's.
+    Mnu_Manager* owner = menu ? menu->getManager() : nullptr;
+    if (owner)
+        setSubmenuManager(owner->managerFactory());
 }
 
 Mnu_SubmenuSegment::Mnu_SubmenuSegment(Mnu_Menu* menu, QDomElement* element)
@@ -92,4 +98,23 @@ bool Mnu_SubmenuSegment::parseSubElement(QDomElement* element)
         return true;
     }
     return Mnu_Segment::parseSubElement(element);
+}
+
+bool Mnu_SubmenuSegment::saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format)
+{
+    // The generated block of the nested menu finds its manager through this
+    // segment, which made one at construction.
+    const QStringList construction{QStringLiteral("Mnu_SubmenuSegment* segment = new Mnu_SubmenuSegment(menu);"),
+                                   QStringLiteral(" ")};
+    return saveFramedSegment(
+        out, indent, format, "SubMenuSegment", "Mnu_SubmenuSegment",
+        [&](const QString& inner) {
+            Mnu_Menu* submenu = mSubmenuManagerP ? mSubmenuManagerP->getMenu() : nullptr;
+            if (!submenu)
+                return;
+            submenu->saveMenu(out, inner, format, nullptr, true);
+            if (format == kSaveSource)
+                Mnu_Writer::emitLine(out, inner, QStringLiteral(" "));
+        },
+        construction);
 }

@@ -11,9 +11,13 @@ class KELCORE_EXPORT Mnu_SubmenuSegment : public Mnu_Segment
     Q_OBJECT
 
 public:
+    // An empty submenu: its manager (with an empty menu) is made by the
+    // owning menu's manager, so that code can fill it at once.
     explicit Mnu_SubmenuSegment(Mnu_Menu* menu);
+    // Reads the element; its <Menu> child becomes the submenu.
     Mnu_SubmenuSegment(Mnu_Menu* menu, QDomElement* element);
     ~Mnu_SubmenuSegment() override;
+    bool saveSegment(std::ostream& out, const QString& indent, Mnu_Segment::saveFormat format) override;
 
     int instantiate(Mnu_Manager* manager) override;
     int getVisibleItemCount() override;

@@ -50,16 +50,22 @@ void Kel_ImmediateActionButton::setImageReversed(bool reversed)
     mImageReversed = reversed;
 }
 
-void Kel_ImmediateActionButton::setImage(visualState state, const QByteArray& path)
+QPixmap Kel_ImmediateActionButton::loadButtonImage(const QByteArray& path, bool reversed)
 {
-    mImageNames[state] = path;
     // The image path is joined to the resource path as it is (no separator added).
     QImage image(Ost_Resource::getResourcePath() + QString::fromLocal8Bit(path));
     if (image.isNull())
+        return QPixmap();
+    return QPixmap::fromImage(reversed ? image.mirrored(true, false) : image);
+}
+
+void Kel_ImmediateActionButton::setImage(visualState state, const QByteArray& path)
+{
+    mImageNames[state] = path;
+    const QPixmap pixmap = loadButtonImage(path, mImageReversed);
+    if (pixmap.isNull())
         return;
-    if (mImageReversed)
-        image = image.mirrored(true, false);
-    mPixmaps[state] = QPixmap::fromImage(image);
+    mPixmaps[state] = pixmap;
     updateGeometry();
     update();
 }
@@ -79,7 +85,7 @@ void Kel_ImmediateActionButton::makeConnections(boost::shared_ptr<const Mv_Conne
 
 QSize Kel_ImmediateActionButton::sizeHint() const
 {
-    const QPixmap& pixmap = mPixmaps[mVisualState];
+    const QPixmap& pixmap = pixmapForState(mVisualState);
     return pixmap.isNull() ? kSizeWithoutImage : pixmap.size();
 }
 
@@ -173,7 +179,7 @@ void Kel_ImmediateActionButton::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().brush(backgroundRole()));
-    painter.drawPixmap(0, 0, mPixmaps[mVisualState]);
+    painter.drawPixmap(0, 0, pixmapForState(mVisualState));
 }
 
 void Kel_ImmediateActionButton::changeEvent(QEvent* event)

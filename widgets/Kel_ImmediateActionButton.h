@@ -122,6 +122,13 @@ protected:
     void changeEvent(QEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
+    // The picture drawn in a visual state; buttons with several sets of
+    // images (a play button while playing) choose here.
+    virtual const QPixmap& pixmapForState(visualState state) const { return mPixmaps[state]; }
+    // Loads an image path relative to the resource path (null when it does
+    // not load), mirrored left to right when reversed.
+    static QPixmap loadButtonImage(const QByteArray& path, bool reversed);
+
 private:
     typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
 

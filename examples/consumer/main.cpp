@@ -1,9 +1,11 @@
 // kelcore_consumer: publishes a model, binds a check box to it and checks
-// that the box shows the model's value, then that a click reaches the model.
-// Exits 0 when both hold.
+// that the box shows the model's value, then that a click reaches the model;
+// then that the menu compiled in from ConsumerMenu.xml is found by its name.
+// Exits 0 when all hold.
 #include <Kel_Application.h>
 #include <Kel_CheckBox.h>
 #include <Kel_ConnectionUtils.h>
+#include <Mnu_QtManager.h>
 #include <Mve_SimpleValue.h>
 
 #include <cstdio>
@@ -28,5 +30,16 @@ int main(int argc, char** argv)
     const bool sent = !muted.getValue() && !box.isChecked();
     std::printf("check box shows the model: %s; click reaches the model: %s\n", shown ? "yes" : "no",
                 sent ? "yes" : "no");
-    return shown && sent ? 0 : 1;
+
+#ifdef CONSUMER_COMPILED_MENU
+    QByteArray menuName("ConsumerMenu");
+    Mnu_QtManager menu(nullptr, menuName.data());
+    const bool compiled = Mnu_QtManager::getMenuFactory("ConsumerMenu") && menu.getMenu()
+                          && menu.getMenu()->getName() == QLatin1String("Consumer")
+                          && menu.getMenu()->getSegmentCount() == 2;
+    std::printf("compiled menu found: %s\n", compiled ? "yes" : "no");
+#else
+    const bool compiled = true;
+#endif
+    return shown && sent && compiled ? 0 : 1;
 }

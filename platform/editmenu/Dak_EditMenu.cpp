@@ -55,6 +55,10 @@ Dak_EditMenu::Dak_EditMenu()
     for (unsigned int command = 0; command < Dak_EditMenuCommander::kCommandCount; ++command) {
         QAction* action = mMenuP->addAction(items[command].text);
         action->setShortcut(items[command].key);
+        // Shown in the menu, but not taken from the window: the text widgets
+        // handle these keys themselves, and other widgets (lists, views) must
+        // keep theirs rather than have them act on the last text field.
+        action->setShortcutContext(Qt::WidgetShortcut);
         action->setEnabled(false);
         connect(action, &QAction::triggered, this, [this, command]() { obey(command); });
         mActions.append(action);

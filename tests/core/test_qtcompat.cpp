@@ -3,6 +3,7 @@
 #include "Kel_QtCompat.h"
 
 #include <QCoreApplication>
+#include <QFont>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -35,4 +36,16 @@ TEST(QtCompat, EnterEventReachesTheOverrideAndFontMaskTellsSetFromInherited)
     font.setPointSize(13);
     EXPECT_TRUE(Kel_QtCompat::fontResolveMask(font) & QFont::SizeResolved);
     EXPECT_FALSE(Kel_QtCompat::fontResolveMask(font) & QFont::FamilyResolved);
+}
+
+TEST(QtCompat, OldFontWeightsMeanTheSameOnBothQts)
+{
+    QFont font;
+    Kel_QtCompat::setLegacyFontWeight(font, 75);
+    EXPECT_EQ(font.weight(), QFont::Bold);
+    Kel_QtCompat::setLegacyFontWeight(font, 50);
+    EXPECT_EQ(font.weight(), QFont::Normal);
+    Kel_QtCompat::setLegacyFontWeight(font, 45); // between light and normal: read as normal or kept
+    EXPECT_LT(font.weight(), QFont::Bold);
+    EXPECT_GT(font.weight(), QFont::Light);
 }

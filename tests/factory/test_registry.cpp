@@ -24,10 +24,31 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
 {
     const std::pair<const char*, const char*> library[] = {
         {"Kel_ActionButton", "Action model connected button"},
+        {"Kel_ActionDialog", "Dialog box with action script on accept"},
+        {"Kel_AutoSizeTextEdit", "Text edit that grows with its text, for the in-place editors"},
+        {"Kel_Bitmap", "model driven bitmap"},
+        {"Kel_Busy", "Animated busy indicator connected to Mvt_bool"},
         {"Kel_CheckBox", "Model/View connected check box control"},
+        {"Kel_CheckBoxList", "List of checkboxes determined through model/view connections"},
+        {"Kel_Double", "A Widget to display a double value"},
+        {"Kel_DropdownList", "model driven drop down item list"},
+        {"Kel_EnhancedCheckBoxList",
+         "List of checkboxes determined through model/view connections, with additional controls"},
+        {"Kel_ImageMappedButtons", "model driven collection of non-rectangular buttons"},
         {"Kel_ImmediateActionButton", "Immediate action button for transport control"},
+        {"Kel_KeyEdit", "QLineEdit that handles key sequences"},
         {"Kel_Label", "QLabel with Model/View connection for label text"},
+        {"Kel_LineEdit", "QLineEdit connected to or published as string data model"},
         {"Kel_LongLabel", "QLabel that displays a Model/View connection long value as text"},
+        {"Kel_PlayButton", "Immediate action play button for transport control"},
+        {"Kel_PopupDisplay", "A combobox"},
+        {"Kel_RadioGroupListBox", "Radio Group-style List Box"},
+        {"Kel_RevealBody", "Body of the reveal widget, contains widget that will be hidden/shown"},
+        {"Kel_RevealButton", "Contains reveal button that shows/hides body widget"},
+        {"Kel_RevealHeader", "Header for reveal widget, contains reveal button and display text field"},
+        {"Kel_ScrollView", "Kel ScrollView"},
+        {"Kel_TCLabel", "Timecode widget for monitor pane"},
+        {"Kel_TextEdit", "QTextEdit connected to or published as string data model"},
     };
     Kel_QtWidgetFactoryRegistry loader;
     QWidget parent;
@@ -39,7 +60,9 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
         EXPECT_EQ(entry->getToolTip(), QString::fromLatin1(c.second));
         EXPECT_EQ(entry->getWhatsThis(), QString::fromLatin1(c.second));
         EXPECT_EQ(entry->getIncludeFile(), key + QStringLiteral(".h"));
-        EXPECT_FALSE(entry->isContainer());
+        // Only the reveal body and the scroll view hold other widgets of a form.
+        const bool container = key == QLatin1String("Kel_RevealBody") || key == QLatin1String("Kel_ScrollView");
+        EXPECT_EQ(entry->isContainer(), container);
         QWidget* made = loader.createWidget(key, &parent, QStringLiteral("made"));
         ASSERT_NE(made, nullptr);
         EXPECT_EQ(QString::fromLatin1(made->metaObject()->className()), key);

@@ -7,16 +7,46 @@
 #include "Mnu_Menu.h"
 #include "Mnu_QtManager.h"
 #include "Mv_ConnectionEnvironment.h"
+#include "Mve_RecordArray.h"
 #include "Ost_Resource.h"
 #include "TestSupport.h"
 
 #include <QAction>
 #include <QDomDocument>
+#include <QPixmap>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <memory>
 
 namespace menutest {
+
+// A list model with every field a list segment reads.
+struct ListModel
+{
+    explicit ListModel(const QString& name) : array(name)
+    {
+        array.addField<QString>("name");
+        array.addField<QString>("id");
+        array.addField<QString>("accelerator");
+        array.addField<QString>("accel"); // what a radio list reads
+        array.addField<QString>("iconName");
+        array.addField<QPixmap>("icon");
+        array.addField<bool>("selected");
+        array.Publish();
+    }
+    long add(const QString& name, const QString& id, bool selected = false)
+    {
+        const long row = array.appendRow();
+        array.setValue<QString>(row, "name", name);
+        array.setValue<QString>(row, "id", id);
+        array.setValue<bool>(row, "selected", selected);
+        return row;
+    }
+    // Read from the field's values: Mve_Array<bool>::at() hands out a
+    // reference to a temporary.
+    bool selected(long row) const { return array.field<bool>("selected")->values().at(size_t(row)); }
+    Mve_RecordArray array;
+};
 
 inline QString resourceDir()
 {

@@ -30,34 +30,6 @@ QString list(const QString& items)
 
 const QString kSeparator = QStringLiteral("<Separator/>");
 
-// A list model with every field a list segment reads.
-struct ListModel
-{
-    explicit ListModel(const QString& name) : array(name)
-    {
-        array.addField<QString>("name");
-        array.addField<QString>("id");
-        array.addField<QString>("accelerator");
-        array.addField<QString>("accel"); // what a radio list reads
-        array.addField<QString>("iconName");
-        array.addField<QPixmap>("icon");
-        array.addField<bool>("selected");
-        array.Publish();
-    }
-    long add(const QString& name, const QString& id, bool selected = false)
-    {
-        const long row = array.appendRow();
-        array.setValue<QString>(row, "name", name);
-        array.setValue<QString>(row, "id", id);
-        array.setValue<bool>(row, "selected", selected);
-        return row;
-    }
-    // Read from the field's values: Mve_Array<bool>::at() hands out a
-    // reference to a temporary.
-    bool selected(long row) const { return array.field<bool>("selected")->values().at(size_t(row)); }
-    Mve_RecordArray array;
-};
-
 class PopupTest : public ::testing::Test
 {
 protected:

@@ -1,5 +1,7 @@
 // Kel_MenuBar: a bar read from a menu file (or made by a factory), bound to
 // models, opened with the mouse, and asked about accelerators.
+#include "Dak_EditMenu.h"
+#include "Dak_EditMenuCommander.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_MenuBar.h"
 #include "MenuTestSupport.h"
@@ -237,4 +239,40 @@ TEST_F(MenuBarTest, ABarWithoutAMenuBarNameReportsItsMissingManager)
     }
     Ost_Assert::setHandler(previous);
     EXPECT_EQ(asserts, QStringList({"mMenuBarManagerP", "mMenuBarManagerP"}));
+}
+
+TEST_F(MenuBarTest, TheEditMenuStandsWhereTheFileSays)
+{
+    bar->setMenuBarFileName("EditBar");
+    EXPECT_EQ(barTitles(), QStringList({"&File", "&Edit", "&Clip"}));
+    EXPECT_TRUE(bar->getMenuBarManager()->hasEditMenu());
+    EXPECT_EQ(bar->actions().at(1)->menu(), Dak_EditMenu::instance().menu());
+
+    // A menu added to the built bar comes after it; moving the Edit menu puts it last.
+    generatedBar(bar->getMenuBarManager());
+    bar->getMenuBarManager()->refreshMenuBar();
+    EXPECT_EQ(barTitles(), QStringList({"&File", "&Edit", "&Clip", "&Generated"}));
+    bar->getMenuBarManager()->addEditMenu();
+    EXPECT_EQ(barTitles(), QStringList({"&File", "&Clip", "&Generated", "&Edit"}));
+    bar->getMenuBarManager()->instantiateMenus();
+    EXPECT_EQ(barTitles(), QStringList({"&File", "&Clip", "&Generated", "&Edit"}));
+}
+
+TEST_F(MenuBarTest, ReplacingOrDestroyingABarLeavesTheEditMenuIntact)
+{
+    // Two bars may show the one Edit menu.
+    bar->setMenuBarFileName("EditBar");
+    QMainWindow second;
+    auto* other = new Kel_MenuBar(&second, "EditBar");
+    second.setMenuBar(other);
+    other->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    QAction* editItem = Dak_EditMenu::instance().menu()->menuAction();
+    EXPECT_TRUE(other->actions().contains(editItem));
+
+    bar->setMenuBarFileName("TestBar");
+    EXPECT_FALSE(bar->actions().contains(editItem));
+    EXPECT_FALSE(bar->getMenuBarManager()->hasEditMenu());
+    EXPECT_TRUE(other->actions().contains(editItem));
+    window.reset();
+    EXPECT_EQ(Dak_EditMenu::instance().action(Dak_EditMenuCommander::kCopy)->text(), QStringLiteral("&Copy"));
 }

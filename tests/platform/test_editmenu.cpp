@@ -4,6 +4,8 @@
 
 #include <QAction>
 #include <QMenu>
+#include <QMenuBar>
+#include <QPushButton>
 #include <QTest>
 #include <gtest/gtest.h>
 #include <map>
@@ -125,4 +127,23 @@ TEST_F(EditMenuTest, DestroyedCommanderIsForgotten)
     EXPECT_FALSE(act(Dak_EditMenuCommander::kCopy)->isEnabled());
     act(Dak_EditMenuCommander::kCopy)->trigger(); // must reach nobody
     mMenu.updateActions();
+}
+
+TEST_F(EditMenuTest, InAMenuBarItsKeysStayWithTheFocusedWidget)
+{
+    mCommander.mStatus[Dak_EditMenuCommander::kSelectAll] = {true, QString()};
+    mMenu.updateActions();
+    QWidget window;
+    auto* bar = new QMenuBar(&window);
+    bar->addMenu(mMenu.menu());
+    auto* button = new QPushButton(QStringLiteral("not a text field"), &window);
+    button->move(0, 40);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(button, Qt::Key_Delete);
+    EXPECT_TRUE(mCommander.mObeyed.isEmpty());
+    bar->removeAction(mMenu.menu()->menuAction());
 }

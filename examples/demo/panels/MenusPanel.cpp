@@ -2,6 +2,7 @@
 // and what the menus last chose. The bar itself belongs to the window.
 #include "DemoModels.h"
 #include "DemoPanel.h"
+#include "DemoValueLabel.h"
 
 #include "Kel_MenuBar.h"
 #include "Mnu_CommandSegment.h"
@@ -88,26 +89,6 @@ struct MenuModels
     Mvt_ArrayContainer::Listener selected{"Menus.Recent.selected"};
 };
 
-// Shows one model's value and follows it.
-class ValueLabel : public QLabel
-{
-public:
-    ValueLabel(const QString& modelName, QWidget* parent) : QLabel(parent), mListener(modelName)
-    {
-        mListener.setReceiveMessageCB([this](const Mv_MessageInterface&) { refresh(); });
-        mListener.connect(Mv_ConnectionEnvironment::blankEnvironment());
-    }
-
-private:
-    void refresh()
-    {
-        Mv_Variant v;
-        setText(mListener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false) ? v.toDebugString()
-                                                                                              : tr("(not published)"));
-    }
-    Mv_ListenerBase mListener;
-};
-
 // The recent files with their marks, rebuilt on any change of the list.
 class RecentLabel : public QLabel
 {
@@ -143,7 +124,7 @@ QWidget* createMenusPanel(QWidget* parent)
     auto* form = new QFormLayout;
     const char* models[] = {"Mixer.Muted", "Mixer.Volume", "Transport.State", "Menus.Speed", "Menus.Zoom"};
     for (const char* name : models)
-        form->addRow(QString::fromLatin1(name), new ValueLabel(QString::fromLatin1(name), page));
+        form->addRow(QString::fromLatin1(name), new DemoValueLabel(QString::fromLatin1(name), page));
     form->addRow(QStringLiteral("Menus.Recent"), new RecentLabel(page));
     layout->addLayout(form);
     layout->addStretch();

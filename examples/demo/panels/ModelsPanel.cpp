@@ -2,6 +2,7 @@
 // application code can watch and drive published models.
 #include "DemoModels.h"
 #include "DemoPanel.h"
+#include "DemoValueLabel.h"
 
 #include "Mvt_ArrayContainer.h"
 
@@ -13,28 +14,6 @@
 #include <memory>
 
 namespace {
-
-// A label that shows one model's value as text and follows its changes.
-class ModelValueLabel : public QLabel
-{
-public:
-    ModelValueLabel(const QString& modelName, QWidget* parent) : QLabel(parent), mListener(modelName)
-    {
-        mListener.setReceiveMessageCB([this](const Mv_MessageInterface&) { refresh(); });
-        mListener.connect(Mv_ConnectionEnvironment::blankEnvironment());
-    }
-
-private:
-    void refresh()
-    {
-        Mv_Variant v;
-        if (mListener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false))
-            setText(v.toDebugString());
-        else
-            setText(tr("(not published)"));
-    }
-    Mv_ListenerBase mListener;
-};
 
 // The clip list as text, rebuilt whenever the container reports a change.
 class ClipListLabel : public QLabel
@@ -67,7 +46,7 @@ QWidget* createModelsPanel(QWidget* parent)
     auto* form = new QFormLayout;
     for (const char* name : {"Transport.State", "Transport.Playing", "Transport.Speed", "Mixer.Volume",
                              "Mixer.Muted", "Mixer.Locked"})
-        form->addRow(QString::fromLatin1(name), new ModelValueLabel(QString::fromLatin1(name), page));
+        form->addRow(QString::fromLatin1(name), new DemoValueLabel(QString::fromLatin1(name), page));
     form->addRow("Clips", new ClipListLabel(page));
     layout->addLayout(form);
 

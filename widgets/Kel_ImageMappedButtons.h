@@ -1,0 +1,93 @@
+#ifndef KEL_IMAGEMAPPEDBUTTONS_H
+#define KEL_IMAGEMAPPEDBUTTONS_H
+
+#include "kelcore_export.h"
+
+#include "Kel_BoundProperty.h"
+#include "Kel_WidgetConnectInterface.h"
+#include "Mvt_Action.h"
+#include "Mvt_Array.h"
+#include "Mvt_SimpleValue.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QStringList>
+#include <QVector>
+#include <QWidget>
+
+// Buttons of any shape on one picture. The map image (the picture's size)
+// paints each button's area in its own colour; buttonColors lists those
+// colours in button order. The base connection names an array of actions
+// (Mvt_Array<Mvt_Action<void()>>): a click released on button i calls
+// element i, and an element that is disabled, or missing, makes its button
+// inert and dimmed. While pressed, a button's area shows the tracking image.
+// Images are paths relative to the resource path; base + ".toolTip" may name
+// an array of tool-tip strings.
+class KELCORE_EXPORT Kel_ImageMappedButtons : public QWidget, public Kel_WidgetConnectInterface
+{
+    Q_OBJECT
+    Q_PROPERTY(QByteArray baseConnection READ getBaseConnectionSpec WRITE setBaseConnectionSpec)
+    Q_PROPERTY(QByteArray image READ getImage WRITE setImage)
+    Q_PROPERTY(QByteArray trackingImage READ getTrackingImage WRITE setTrackingImage)
+    Q_PROPERTY(QByteArray mapImage READ getMapImage WRITE setMapImage)
+    Q_PROPERTY(QStringList buttonColors READ getButtonColors WRITE setButtonColors)
+
+public:
+    typedef Mvt_Array<Mvt_Action<void()>> ActionArray;
+
+    explicit Kel_ImageMappedButtons(QWidget* parent = nullptr, const char* name = nullptr);
+    ~Kel_ImageMappedButtons() override;
+
+    // The action array's specification; it takes effect at the next makeConnections.
+    void setBaseConnectionSpec(const QByteArray& spec);
+    QByteArray getBaseConnectionSpec() const { return mActions.spec().toUtf8(); }
+
+    void setImage(const QByteArray& path);
+    QByteArray getImage() const { return mImageName; }
+    void setTrackingImage(const QByteArray& path);
+    QByteArray getTrackingImage() const { return mTrackingName; }
+    void setMapImage(const QByteArray& path);
+    QByteArray getMapImage() const { return mMapName; }
+    // Colours as QColor reads them ("#ff0000", "red"); one per button.
+    void setButtonColors(const QStringList& colors);
+    QStringList getButtonColors() const { return mColorNames; }
+
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
+
+    // Re-reads which buttons are enabled and repaints.
+    void updateAppearance();
+
+    // The button whose area holds point (widget coordinates), or -1.
+    int buttonAt(const QPoint& point) const;
+    bool isButtonEnabled(int button) const { return button >= 0 && button < mEnabled.size() && mEnabled[button]; }
+    // The button held down, or -1.
+    int pressedButton() const { return mPressed; }
+
+    QSize sizeHint() const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void setPressed(int button);
+    void refresh();
+
+    Kel_BoundProperty<ActionArray::Listener> mActions{this, Kel_BoundPropertyBase::kConnectAlways};
+    Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> mToolTips{this};
+    QByteArray mImageName;
+    QByteArray mTrackingName;
+    QByteArray mMapName;
+    QStringList mColorNames;
+    QImage mImage;
+    QImage mTracking;
+    QImage mMap;
+    QImage mShown;
+    QVector<QRgb> mColors;
+    QVector<bool> mEnabled;
+    int mPressed;
+};
+
+#endif
