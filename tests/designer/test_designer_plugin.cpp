@@ -118,8 +118,17 @@ TEST(DesignerPlugin, OffersEveryRegisteredClassAsTheRegistryDescribesIt)
         EXPECT_EQ(widget.attribute(QStringLiteral("class")), w->name());
         EXPECT_FALSE(widget.attribute(QStringLiteral("name")).isEmpty());
 
+        // Every class arrives at a usable size; containers at one to drop children into.
+        const QSize size = geometrySize(widget);
+        EXPECT_GE(size.width(), w->isContainer() ? 100 : 20);
+        EXPECT_GE(size.height(), 20);
+
         QWidget parent;
         QWidget* made = w->createWidget(&parent);
+        // A scroll area holds its children on the page Designer fills.
+        if (qobject_cast<QScrollArea*>(made)) {
+            EXPECT_FALSE(widget.firstChildElement(QStringLiteral("widget")).isNull());
+        }
         ASSERT_NE(made, nullptr);
         EXPECT_EQ(made->parent(), &parent);
         EXPECT_EQ(QString::fromLatin1(made->metaObject()->className()), w->name());
