@@ -26,7 +26,8 @@ class KELCORE_EXPORT Kel_RelativeMouseTracker : public QObject
 
 public:
     // Tracks presses of button on target (which becomes the parent and
-    // whose mouse events the tracker watches).
+    // whose mouse events the tracker watches). The press, moves and release
+    // of a tracked drag are the tracker's: the widget does not see them.
     explicit Kel_RelativeMouseTracker(QWidget* target, Qt::MouseButton button = Qt::LeftButton);
     ~Kel_RelativeMouseTracker() override;
 
