@@ -104,6 +104,12 @@ set(KELCORE_VIEWS_SOURCES
   Kel_StringView.cpp
   Kel_TextView.cpp
   Kel_ValueViewBase.cpp
+  Kel_DateTimeView.cpp
+  Kel_IconView.cpp
+  Kel_RevealView.cpp
+  Kel_SelectableView.cpp
+  Kel_StackViewBase.cpp
+  Kel_VStackView.cpp
 )
 set(KELCORE_VIEWS_HEADERS
   Kel_BlankView.h
@@ -116,6 +122,12 @@ set(KELCORE_VIEWS_HEADERS
   Kel_StringView.h
   Kel_TextView.h
   Kel_ValueViewBase.h
+  Kel_DateTimeView.h
+  Kel_IconView.h
+  Kel_RevealView.h
+  Kel_SelectableView.h
+  Kel_StackViewBase.h
+  Kel_VStackView.h
 )
 
 # menu/: menus, menu bars and their segments
@@ -214,6 +226,10 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_RevealButton.cpp
   Kel_RevealHeader.cpp
   Kel_ScrollView.cpp
+  Kel_RelativeMotionSource.cpp
+  Kel_RelativeMotionSource_win.cpp
+  Kel_RelativeMouseTracker.cpp
+  Kel_TreeWidget.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -254,9 +270,12 @@ set(KELCORE_WIDGETS_HEADERS
   Kel_RevealButton.h
   Kel_RevealHeader.h
   Kel_ScrollView.h
+  Kel_RelativeMouseTracker.h
+  Kel_TreeWidget.h
 )
 set(KELCORE_WIDGETS_PRIVATE_HEADERS
   Kel_AnimationTimer_p.h
+  Kel_RelativeMotionSource_p.h
 )
 
 # factory/: the widget factory and form loading

@@ -13,8 +13,8 @@
 #include <QEvent>
 #include <QFont>
 #include <QLabel>
-#include <QPixmap>
 #include <QMouseEvent>
+#include <QPixmap>
 #include <QPoint>
 #include <QtGlobal>
 #include <climits>

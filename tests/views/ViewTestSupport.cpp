@@ -1,5 +1,7 @@
 #include "ViewTestSupport.h"
 
+#include "Kel_BlankView.h"
+
 #include <QPaintEngine>
 
 namespace {
@@ -35,4 +37,29 @@ int TextRecorder::metric(PaintDeviceMetric m) const
 {
     return m == PdmWidth ? 400 : m == PdmHeight ? 100 : m == PdmDepth ? 32 : m == PdmDevicePixelRatio ? 1
         : m == PdmNumColors ? 0x7fffffff : 96; // the resolutions and the millimetre sizes
+}
+
+std::vector<TextRecorder::Text> drawTexts(Kel_ViewInterface& view)
+{
+    TextRecorder device;
+    QPainter painter(&device);
+    painter.setPen(Qt::blue);
+    view.drawContents(&painter, view.getLocalDrawingRect());
+    painter.end();
+    return device.drawn;
+}
+
+QStringList stackLayout(const Kel_StackViewBase& stack)
+{
+    QStringList result;
+    for (int i = 0; i < stack.count(); ++i)
+        result << stack.viewAt(i)->getName() + QLatin1Char(' ') + rectText(stack.viewAt(i)->getRectInParent());
+    return result;
+}
+
+Kel_ViewInterface* namedBlank(const QString& name, int width, int height)
+{
+    auto* view = new Kel_BlankView(QSize(width, height));
+    view->setName(name);
+    return view;
 }

@@ -4,6 +4,7 @@
 
 #include "Kel_BridgeQWidget.h"
 #include "Kel_ContainerViewBase.h"
+#include "Kel_StackViewBase.h"
 #include "RecordingParent.h"
 #include "TestSupport.h"
 
@@ -126,5 +127,13 @@ protected:
 private:
     std::unique_ptr<QPaintEngine> mEngine;
 };
+
+// Draws view on a recording device with a blue pen; answers what was drawn.
+std::vector<TextRecorder::Text> drawTexts(Kel_ViewInterface& view);
+
+// Each laid-out view of a stack as "Name x,y wxh", in index order.
+QStringList stackLayout(const Kel_StackViewBase& stack);
+// A blank view of that name and size.
+Kel_ViewInterface* namedBlank(const QString& name, int width, int height);
 
 #endif

@@ -8,17 +8,12 @@ namespace {
 
 QStringList layout(const Kel_HStackView& stack)
 {
-    QStringList result;
-    for (int i = 0; i < stack.count(); ++i)
-        result << stack.viewAt(i)->getName() + QLatin1Char(' ') + rectText(stack.viewAt(i)->getRectInParent());
-    return result;
+    return stackLayout(stack);
 }
 
 Kel_ViewInterface* cell(const QString& name, int width, int height = 10)
 {
-    auto* view = new Kel_BlankView(QSize(width, height));
-    view->setName(name);
-    return view;
+    return namedBlank(name, width, height);
 }
 
 } // namespace

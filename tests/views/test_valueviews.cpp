@@ -15,15 +15,9 @@
 
 namespace {
 
-// Draws view on a recording device with a blue pen; answers what was drawn.
 std::vector<TextRecorder::Text> draw(Kel_ViewInterface& view)
 {
-    TextRecorder device;
-    QPainter painter(&device);
-    painter.setPen(Qt::blue);
-    view.drawContents(&painter, view.getLocalDrawingRect());
-    painter.end();
-    return device.drawn;
+    return drawTexts(view);
 }
 
 QStringList texts(const std::vector<TextRecorder::Text>& drawn)
