@@ -53,10 +53,12 @@ set(KELCORE_BINDING_HEADERS
 # poi/: point-of-interest lookup and what's-this names
 set(KELCORE_POI_SOURCES
   Kel_IPointOfInterestFinder.cpp
+  Kel_PoiLookup.cpp
   Kel_WhatsThis.cpp
 )
 set(KELCORE_POI_HEADERS
   Kel_IPointOfInterestFinder.h
+  Kel_PoiLookup.h
   Kel_WhatsThis.h
 )
 

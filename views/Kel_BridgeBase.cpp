@@ -1,5 +1,6 @@
 #include "Kel_BridgeBase.h"
 
+#include "Kel_PoiLookup.h"
 #include "Kel_ViewContainerInterface.h"
 #include "Kel_ViewInterface.h"
 
@@ -86,6 +87,30 @@ QRect Kel_BridgeBase::findPoi(const QString& dottedName)
         return QRect();
     return QRect(host->mapToGlobal(where), QSize(1, 1));
 }
+
+namespace {
+
+// Guided help reaches the views of a bridge through the bridge's own lookup.
+const struct BridgePoiResolver
+{
+    BridgePoiResolver()
+    {
+        Kel_PoiLookup::addResolver([](QWidget* widget, const QString& rest, QRect* globalRect) {
+            auto* bridge = dynamic_cast<Kel_BridgeBase*>(widget);
+            if (!bridge || rest.isEmpty())
+                return false;
+            const QString name = widget->objectName();
+            const QRect found = bridge->findPoi(name.isEmpty() ? rest : name + QLatin1Char('.') + rest);
+            if (found.isNull())
+                return false;
+            if (globalRect)
+                *globalRect = found;
+            return true;
+        });
+    }
+} bridgePoiResolver;
+
+} // namespace
 
 void Kel_BridgeBase::paintBackground(QPainter& painter, const QRect& area) const
 {
