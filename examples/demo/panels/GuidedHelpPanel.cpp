@@ -4,6 +4,7 @@
 
 #include "Kel_BridgeQWidget.h"
 #include "Kel_CheckBox.h"
+#include "Kel_ConnectionUtils.h"
 #include "Kel_HStackView.h"
 #include "Kel_PoiLookup.h"
 #include "Kel_StringView.h"
@@ -94,13 +95,17 @@ QWidget* createGuidedHelpPanel(QWidget* parent)
     for (const char* name : {"Name", "Length"}) {
         auto* view = new Kel_StringView();
         view->setName(QString::fromLatin1(name));
+        view->SetConnectionID(QStringLiteral("Transport.State"));
         view->setSize(QSize(140, 22));
         stack->AddSubView(view);
     }
     bin->setChild(stack);
+    bin->setBridgeBackgroundColor(QColor(0xe5, 0xf0, 0xf7));
+    bin->setMinimumSize(280, 22);
     layout->addWidget(new QLabel(QStringLiteral("A bridge \"helpBin\" with the views Clip.Name and Clip.Length:"), page));
     layout->addWidget(bin);
     layout->addStretch();
+    Kel_ConnectionUtils::recursiveConnect(bin, Mv_ConnectionEnvironment::blankEnvironment());
 
     auto* highlight = new Highlight;
     QObject::connect(page, &QObject::destroyed, highlight, [highlight] { delete highlight; });
