@@ -308,10 +308,12 @@ set(KELCORE_MEDIA_HEADERS
 
 # dialogs/: status window and progress thermometer
 set(KELCORE_DIALOGS_SOURCES
+  Kel_ListSelectionDialog.cpp
   Kel_ProgressThermometer.cpp
   Kel_StatusWindow.cpp
 )
 set(KELCORE_DIALOGS_HEADERS
+  Kel_ListSelectionDialog.h
   Kel_ProgressThermometer.h
   Kel_StatusWindow.h
 )

@@ -23,6 +23,8 @@
 #include "Kel_RevealButton.h"
 #include "Kel_RevealHeader.h"
 #include "Kel_ScrollView.h"
+#include "Kel_ListSelectionDialog.h"
+#include "Kel_LongLabel.h"
 #include "Kel_StatusWindow.h"
 #include "Mve_Action.h"
 #include "Mve_ActionArray.h"
@@ -96,7 +98,7 @@ struct GalleryModels
         for (Mv_ModelBase* m : std::initializer_list<Mv_ModelBase*>{
                  &gain, &busy, &imagePath, &tracks, &currentTrack, &formats, &formatIndex, &frameRate, &playState,
                  &togglePlay, &transport, &transportTips, &lastTransport, &showDetails, &detailsTitle, &progress,
-                 &message, &active, &cancel, &startWork, &resetGain, &lastWork})
+                 &message, &active, &cancel, &startWork, &resetGain, &lastWork, &chosenTrack})
             m->Publish();
     }
     static GalleryModels& instance()
@@ -138,6 +140,7 @@ struct GalleryModels
     Mve_Action<void()> startWork{{}, "Gallery.StartWork"};
     Mve_Action<void()> resetGain{{}, "Gallery.ResetGain"};
     Mve_SimpleValue<QString> lastWork{QStringLiteral("Not run yet"), "Gallery.LastWork"};
+    Mve_SimpleValue<long> chosenTrack{-1, "Gallery.ChosenTrack"};
     QTimer work;
 };
 
@@ -291,6 +294,22 @@ QWidget* createGalleryPanel(QWidget* parent)
     auto* openDialog = new QPushButton(QStringLiteral("Reset gain..."), work);
     QObject::connect(openDialog, &QPushButton::clicked, dialog, &QDialog::open);
     addRow(work, QStringLiteral("Kel_ActionDialog"), openDialog);
+    auto* chooser = make<Kel_ListSelectionDialog>(page, "trackChooser");
+    chooser->setWindowTitle(QStringLiteral("Choose a track"));
+    chooser->setPrompt(QStringLiteral("The track to solo (Gallery.ChosenTrack):"));
+    chooser->setListConnectionSpec("Gallery.Tracks.name");
+    chooser->setSelectionConnectionSpec("Gallery.ChosenTrack");
+    auto* chooseRow = new QWidget(work);
+    auto* chooseLayout = new QHBoxLayout(chooseRow);
+    chooseLayout->setContentsMargins(0, 0, 0, 0);
+    auto* openChooser = new QPushButton(QStringLiteral("Choose a track..."), chooseRow);
+    QObject::connect(openChooser, &QPushButton::clicked, chooser, &QDialog::open);
+    auto* chosenRow = make<Kel_LongLabel>(chooseRow, "chosenTrack");
+    chosenRow->SetConnectionName("Gallery.ChosenTrack");
+    chooseLayout->addWidget(openChooser);
+    chooseLayout->addWidget(chosenRow);
+    chooseLayout->addStretch();
+    addRow(work, QStringLiteral("Kel_ListSelectionDialog"), chooseRow);
     grid->addWidget(work, 2, 1);
     grid->setRowStretch(3, 1);
 
