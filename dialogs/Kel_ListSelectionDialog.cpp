@@ -30,7 +30,6 @@ Kel_ListSelectionDialog::Kel_ListSelectionDialog(QWidget* parent, const char* na
     mPromptP->hide();
     mFilterP->setObjectName(QStringLiteral("filter"));
     mFilterP->setPlaceholderText(tr("Filter"));
-    mFilterP->setClearButtonEnabled(true);
     mListP->setObjectName(QStringLiteral("choices"));
     mErrorP->setObjectName(QStringLiteral("error"));
     mErrorP->hide();

@@ -131,7 +131,6 @@ void Kel_ModelInspector::buildUi()
     mFilterP = new QLineEdit(this);
     mFilterP->setObjectName(QStringLiteral("filter"));
     mFilterP->setPlaceholderText(tr("Filter names"));
-    mFilterP->setClearButtonEnabled(true);
     layout->addWidget(mFilterP);
 
     auto* tabs = new QTabWidget(this);
