@@ -48,10 +48,27 @@ QTableWidgetItem* readOnlyItem(const QString& text)
     return item;
 }
 
+// Fills a row, keeping the items already there: the tables are read again
+// twice a second, and new items would lose the user's current cell and
+// selection each time.
+void setCell(QTableWidget* table, int row, int column, const QString& text, bool editable = false)
+{
+    QTableWidgetItem* item = table->item(row, column);
+    if (!item) {
+        item = readOnlyItem(text);
+        table->setItem(row, column, item);
+    } else if (item->text() != text) {
+        item->setText(text);
+    }
+    const Qt::ItemFlags flags = editable ? item->flags() | Qt::ItemIsEditable : item->flags() & ~Qt::ItemIsEditable;
+    if (flags != item->flags())
+        item->setFlags(flags);
+}
+
 void setRow(QTableWidget* table, int row, const QStringList& texts)
 {
     for (int column = 0; column < texts.size(); ++column)
-        table->setItem(row, column, readOnlyItem(texts[column]));
+        setCell(table, row, column, texts[column]);
 }
 
 Kel_ModelInspector::Binding describe(const Kel_BoundPropertyBase& property, const QString& owner)
@@ -191,11 +208,10 @@ void Kel_ModelInspector::fillModels()
     mModelsP->setRowCount(models.size());
     for (int row = 0; row < models.size(); ++row) {
         const auto& m = models[row];
-        setRow(mModelsP, row, {m.name, m.kind, QString(), QString::number(m.listenerCount)});
-        auto* value = new QTableWidgetItem(m.value);
-        if (!m.hasValue)
-            value->setFlags(value->flags() & ~Qt::ItemIsEditable);
-        mModelsP->setItem(row, 2, value);
+        setCell(mModelsP, row, 0, m.name);
+        setCell(mModelsP, row, 1, m.kind);
+        setCell(mModelsP, row, 2, m.value, m.hasValue);
+        setCell(mModelsP, row, 3, QString::number(m.listenerCount));
     }
     mFilling = false;
 }
