@@ -4,6 +4,7 @@
 #include "TestSupport.h"
 
 #include <QCursor>
+#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -15,6 +16,11 @@ class TrackerTest : public ::testing::Test
 protected:
     void SetUp() override
     {
+        // On a real display server the pointer moves arrive later, from the
+        // server, and each warp back sends a move of its own: the exact
+        // sequences below hold only where test moves are delivered at once.
+        if (QGuiApplication::platformName() != QLatin1String("offscreen"))
+            GTEST_SKIP() << "pointer moves are delivered at once only offscreen";
         jog.resize(200, 200);
         jog.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&jog));
