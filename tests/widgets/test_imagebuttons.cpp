@@ -78,6 +78,11 @@ protected:
         (new QVBoxLayout(&window))->addWidget(button);
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        // On a display server the pointer is real: bring it over the button,
+        // or the server's leave event can arrive between a press and its
+        // release and count as dragging out.
+        QTest::mouseMove(button, QPoint(20, 20));
+        QTest::qWait(20);
     }
     void connect() { Kel_ConnectionUtils::recursiveConnect(&window, Mv_ConnectionEnvironment::blankEnvironment()); }
     void press(QPoint at = QPoint(20, 20)) { QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, at); }
