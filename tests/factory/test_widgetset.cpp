@@ -21,6 +21,14 @@
 #include "Kel_RevealButton.h"
 #include "Kel_RevealHeader.h"
 #include "Kel_ScrollView.h"
+#include "Kel_ListView.h"
+#include "Kel_ListViewWidget.h"
+#include "Kel_Slider.h"
+#include "Kel_Sprite.h"
+#include "Kel_StandardBistateButton.h"
+#include "Kel_StandardRadioButton.h"
+#include "Kel_TCLabel.h"
+#include "Mv_Timecode.h"
 #include "Mve_Action.h"
 #include "Mve_ActionArray.h"
 #include "Mve_Array.h"
@@ -140,4 +148,28 @@ TEST_F(WidgetSetForm, ActionDialogFormRunsItsScriptOnOk)
     QTest::mouseClick(buttons->button(QDialogButtonBox::Ok), Qt::LeftButton);
     EXPECT_EQ(applied, 1);
     EXPECT_FALSE(dialog->isVisible());
+}
+
+// The media widgets, the sprite and the list view as forms name them.
+TEST_F(WidgetSetForm, MediaWidgetsAndTheListAreMadeFromAFormAndBoundAtOnce)
+{
+    Mve_SimpleValue<long> volume{150, "WS.Volume"}, volumeMin{0, "WS.Volume.min"}, volumeMax{200, "WS.Volume.max"};
+    Mve_SimpleValue<QString> speed{QStringLiteral("2"), "WS.Speed"};
+    Mve_SimpleValue<Mv_Timecode> position{Mv_Timecode(1, 2, 3, 4), "WS.Position"};
+    publishAll({&volume, &volumeMin, &volumeMax, &speed, &position});
+    QWidget window;
+    QWidget* form = Kel_CreateWidgetFromUILayout(QStringLiteral("MediaSet"), &window, nullptr, true);
+    ASSERT_NE(form, nullptr);
+    Kel_ConnectionUtils::recursiveConnect(&window, environment());
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+
+    EXPECT_EQ(child<Kel_Slider>(form, "volume")->value(), 150);
+    EXPECT_EQ(child<Kel_StandardBistateButton>(form, "mute")->getState(), Kel_StandardBistateButton::kOnState);
+    EXPECT_EQ(child<Kel_StandardRadioButton>(form, "double")->getState(), Kel_StandardBistateButton::kOnState);
+    EXPECT_EQ(child<Kel_TCLabel>(form, "position")->text(), QStringLiteral("01:02:03:04"));
+    EXPECT_EQ(child<Kel_Sprite>(form, "recordLight")->getFrameCount(), 4);
+    auto* list = child<Kel_ListViewWidget>(form, "channelList");
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->listView()->GetNumItems(), 2);
 }
