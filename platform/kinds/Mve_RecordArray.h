@@ -79,23 +79,15 @@ public:
     void endUpdate();
     bool isUpdating() const { return mUpdateDepth > 0; }
 
-    // Changes one field of a row. Besides the field's listeners, the record's
-    // own listeners hear MsgElementValueChanged(row): the row changed, so a
-    // list of the whole record repaints it. (A field array's setAt() tells
-    // only the field's listeners.)
+    // Changes one field of a row. However a field changes (here, through
+    // the field array's setAt(), or by a listener's set), the record's own
+    // listeners hear MsgElementValueChanged(row) after the field's: the row
+    // changed, so a list of the whole record repaints it.
     template <class T>
     bool setValue(long row, const QString& fieldName, const T& value)
     {
         Mve_Array<T>* f = field<T>(fieldName);
-        if (!f)
-            return false;
-        const bool notifying = f->isNotifying();
-        Guard guard(this);
-        if (!f->setAt(row, value))
-            return false;
-        if (notifying && guard.alive())
-            notifyElementValueChanged(row);
-        return true;
+        return f && f->setAt(row, value);
     }
     template <class T>
     T value(long row, const QString& fieldName, const T& def = T()) const
@@ -137,6 +129,14 @@ private:
     {
     public:
         explicit FieldArray(Mve_RecordArray* record) : mRecordP(record) {}
+
+        void notifyElementValueChanged(long index) override
+        {
+            Mv_ModelBase::Guard guard(this); // a listener may destroy the record, and this field with it
+            Mve_Array<T>::notifyElementValueChanged(index);
+            if (guard.alive())
+                mRecordP->notifyElementValueChanged(index);
+        }
 
     protected:
         bool handleMoveElements(long from, long to) override { return mRecordP->handleMoveElements(from, to); }

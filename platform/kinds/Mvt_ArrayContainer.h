@@ -26,7 +26,9 @@ public:
     // Notifications, sent by the concrete containers after they changed.
     void notifyElementsReplaced(long first, long removedEnd, long insertedCount);
     void notifyElementsMoved(long from, long to);
-    void notifyElementValueChanged(long index);
+    // Virtual so that a container whose elements belong to a larger whole
+    // (the field arrays of a record array) can tell that whole too.
+    virtual void notifyElementValueChanged(long index);
 
 protected:
     virtual long handleGetSize() = 0;

@@ -140,6 +140,20 @@ TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
     clips.removeRows(0, 99);
     EXPECT_EQ(rows.size(), 0);
 
+    // However a field changes, the record's listeners hear which row.
+    clips.appendRow();
+    long rowHeard = -1;
+    rows.setReceiveMessageCB([&](const Mv_MessageInterface& m) {
+        if (const auto* c = m.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>())
+            rowHeard = c->index();
+    });
+    clips.setValue<QString>(0, "name", "Outro");
+    EXPECT_EQ(rowHeard, 0);
+    rowHeard = -1;
+    EXPECT_EQ(Mvt_SimpleValue<long>::Listener("Clips.length[0]", env()).set(12),
+              int(Mvt_SimpleValue_BaseAPI::kSetChanged));
+    EXPECT_EQ(rowHeard, 0);
+
     clips.SetConnectionName("Shots"); // fields follow the rename
     EXPECT_TRUE(dict.isPublished("Shots.length"));
     EXPECT_FALSE(dict.isPublished("Clips.length"));
