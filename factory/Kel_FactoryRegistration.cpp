@@ -35,52 +35,44 @@
 
 namespace {
 
-// The description is both the tool tip and the what's-this text. The entry
-// registers itself and lives until the process ends.
-template <class T, bool Container>
-void add(const char* key, const char* description)
-{
-    new Kel_SimpleFactoryEntry<T, Container>(QString::fromLatin1(key), QString::fromLatin1(description), QString());
-}
-
 // One line per class, in this order.
 void registerLibraryWidgets()
 {
-    add<Kel_ActionButton, false>("Kel_ActionButton", "Action model connected button");
-    add<Kel_ActionDialog, false>("Kel_ActionDialog", "Dialog box with action script on accept");
-    add<Kel_AutoSizeTextEdit, false>("Kel_AutoSizeTextEdit",
+    Kel_SimpleFactoryEntry<Kel_ActionButton, false>::registerClass("Kel_ActionButton", "Action model connected button");
+    Kel_SimpleFactoryEntry<Kel_ActionDialog, false>::registerClass("Kel_ActionDialog", "Dialog box with action script on accept");
+    Kel_SimpleFactoryEntry<Kel_AutoSizeTextEdit, false>::registerClass("Kel_AutoSizeTextEdit",
         "Text edit that grows with its text, for the in-place editors");
-    add<Kel_Bitmap, false>("Kel_Bitmap", "model driven bitmap");
-    add<Kel_Busy, false>("Kel_Busy", "Animated busy indicator connected to Mvt_bool");
-    add<Kel_CheckBox, false>("Kel_CheckBox", "Model/View connected check box control");
-    add<Kel_CheckBoxList, false>("Kel_CheckBoxList", "List of checkboxes determined through model/view connections");
-    add<Kel_Double, false>("Kel_Double", "A Widget to display a double value");
-    add<Kel_DropdownList, false>("Kel_DropdownList", "model driven drop down item list");
-    add<Kel_EnhancedCheckBoxList, false>("Kel_EnhancedCheckBoxList",
+    Kel_SimpleFactoryEntry<Kel_Bitmap, false>::registerClass("Kel_Bitmap", "model driven bitmap");
+    Kel_SimpleFactoryEntry<Kel_Busy, false>::registerClass("Kel_Busy", "Animated busy indicator connected to Mvt_bool");
+    Kel_SimpleFactoryEntry<Kel_CheckBox, false>::registerClass("Kel_CheckBox", "Model/View connected check box control");
+    Kel_SimpleFactoryEntry<Kel_CheckBoxList, false>::registerClass("Kel_CheckBoxList", "List of checkboxes determined through model/view connections");
+    Kel_SimpleFactoryEntry<Kel_Double, false>::registerClass("Kel_Double", "A Widget to display a double value");
+    Kel_SimpleFactoryEntry<Kel_DropdownList, false>::registerClass("Kel_DropdownList", "model driven drop down item list");
+    Kel_SimpleFactoryEntry<Kel_EnhancedCheckBoxList, false>::registerClass("Kel_EnhancedCheckBoxList",
         "List of checkboxes determined through model/view connections, with additional controls");
-    add<Kel_ImageMappedButtons, false>("Kel_ImageMappedButtons", "model driven collection of non-rectangular buttons");
-    add<Kel_ImmediateActionButton, false>("Kel_ImmediateActionButton", "Immediate action button for transport control");
-    add<Kel_Label, false>("Kel_Label", "QLabel with Model/View connection for label text");
-    add<Kel_KeyEdit, false>("Kel_KeyEdit", "QLineEdit that handles key sequences");
-    add<Kel_LineEdit, false>("Kel_LineEdit", "QLineEdit connected to or published as string data model");
-    add<Kel_LongLabel, false>("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
-    add<Kel_Placard, false>("Kel_Placard", "Placard widget for place-holding");
-    add<Kel_PlayButton, false>("Kel_PlayButton", "Immediate action play button for transport control");
-    add<Kel_PopupDisplay, false>("Kel_PopupDisplay", "A combobox");
-    add<Kel_RadioGroupListBox, false>("Kel_RadioGroupListBox", "Radio Group-style List Box");
-    add<Kel_RevealButton, false>("Kel_RevealButton", "Contains reveal button that shows/hides body widget");
-    add<Kel_RevealHeader, false>("Kel_RevealHeader",
+    Kel_SimpleFactoryEntry<Kel_ImageMappedButtons, false>::registerClass("Kel_ImageMappedButtons", "model driven collection of non-rectangular buttons");
+    Kel_SimpleFactoryEntry<Kel_ImmediateActionButton, false>::registerClass("Kel_ImmediateActionButton", "Immediate action button for transport control");
+    Kel_SimpleFactoryEntry<Kel_Label, false>::registerClass("Kel_Label", "QLabel with Model/View connection for label text");
+    Kel_SimpleFactoryEntry<Kel_KeyEdit, false>::registerClass("Kel_KeyEdit", "QLineEdit that handles key sequences");
+    Kel_SimpleFactoryEntry<Kel_LineEdit, false>::registerClass("Kel_LineEdit", "QLineEdit connected to or published as string data model");
+    Kel_SimpleFactoryEntry<Kel_LongLabel, false>::registerClass("Kel_LongLabel", "QLabel that displays a Model/View connection long value as text");
+    Kel_SimpleFactoryEntry<Kel_Placard, false>::registerClass("Kel_Placard", "Placard widget for place-holding");
+    Kel_SimpleFactoryEntry<Kel_PlayButton, false>::registerClass("Kel_PlayButton", "Immediate action play button for transport control");
+    Kel_SimpleFactoryEntry<Kel_PopupDisplay, false>::registerClass("Kel_PopupDisplay", "A combobox");
+    Kel_SimpleFactoryEntry<Kel_RadioGroupListBox, false>::registerClass("Kel_RadioGroupListBox", "Radio Group-style List Box");
+    Kel_SimpleFactoryEntry<Kel_RevealButton, false>::registerClass("Kel_RevealButton", "Contains reveal button that shows/hides body widget");
+    Kel_SimpleFactoryEntry<Kel_RevealHeader, false>::registerClass("Kel_RevealHeader",
         "Header for reveal widget, contains reveal button and display text field");
-    add<Kel_RevealBody, true>("Kel_RevealBody", "Body of the reveal widget, contains widget that will be hidden/shown");
-    add<Kel_ScrollView, true>("Kel_ScrollView", "Kel ScrollView");
-    add<Kel_Slider, false>("Kel_Slider", "model driven slider control");
-    add<Kel_Sprite, false>("Kel_Sprite", "Animated bitmap");
-    add<Kel_StandardBistateButton, false>("Kel_StandardBistateButton",
+    Kel_SimpleFactoryEntry<Kel_RevealBody, true>::registerClass("Kel_RevealBody", "Body of the reveal widget, contains widget that will be hidden/shown");
+    Kel_SimpleFactoryEntry<Kel_ScrollView, true>::registerClass("Kel_ScrollView", "Kel ScrollView");
+    Kel_SimpleFactoryEntry<Kel_Slider, false>::registerClass("Kel_Slider", "model driven slider control");
+    Kel_SimpleFactoryEntry<Kel_Sprite, false>::registerClass("Kel_Sprite", "Animated bitmap");
+    Kel_SimpleFactoryEntry<Kel_StandardBistateButton, false>::registerClass("Kel_StandardBistateButton",
         "A dual-state button that allows customization via image properties");
-    add<Kel_TCLabel, false>("Kel_TCLabel", "Timecode widget for monitor pane");
-    add<Kel_TextEdit, false>("Kel_TextEdit", "QTextEdit connected to or published as string data model");
+    Kel_SimpleFactoryEntry<Kel_TCLabel, false>::registerClass("Kel_TCLabel", "Timecode widget for monitor pane");
+    Kel_SimpleFactoryEntry<Kel_TextEdit, false>::registerClass("Kel_TextEdit", "QTextEdit connected to or published as string data model");
     // Not in the table above, but made by forms like the bistate button.
-    add<Kel_StandardRadioButton, false>("Kel_StandardRadioButton",
+    Kel_SimpleFactoryEntry<Kel_StandardRadioButton, false>::registerClass("Kel_StandardRadioButton",
         "An image button that is on while a string model holds its state name");
 }
 

@@ -23,6 +23,14 @@ public:
         Kel_QtWidgetFactoryRegistry::registerEntry(key, this);
     }
 
+    // Registers T under key until the process ends, the description serving
+    // as both tool tip and what's-this text: how the library registers its
+    // own classes when it is loaded.
+    static void registerClass(const char* key, const char* description)
+    {
+        new Kel_SimpleFactoryEntry(QString::fromLatin1(key), QString::fromLatin1(description), QString());
+    }
+
     bool runCustomEditor(QWidget*, QWidget*, QStringList*, QList<QVariant>*) const override { return false; }
     bool hasCustomEditor() override { return false; }
     bool isContainer() override { return Container; }
