@@ -12,6 +12,7 @@
 #include "Mvt_SimpleValue_BaseAPI.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
@@ -226,12 +227,18 @@ void Kel_ModelInspector::fillUnconnected()
                 || info.missingName.contains(filter, Qt::CaseInsensitive)))
             waiting.append(info);
     }
+    // Many listeners often wait for one name (the rows of a list for their
+    // index model): look each name's neighbours up once.
+    QHash<QString, QString> nearNames;
     mFilling = true;
     mUnconnectedP->setRowCount(waiting.size());
     for (int row = 0; row < waiting.size(); ++row) {
         const auto& info = waiting[row];
-        const QStringList near = Mv_Diagnostics::suggestions(info.missingName, mDictP);
-        setRow(mUnconnectedP, row, {info.specification, info.missingName, near.join(QStringLiteral(", "))});
+        auto near = nearNames.find(info.missingName);
+        if (near == nearNames.end())
+            near = nearNames.insert(info.missingName,
+                                    Mv_Diagnostics::suggestions(info.missingName, mDictP).join(QStringLiteral(", ")));
+        setRow(mUnconnectedP, row, {info.specification, info.missingName, *near});
     }
     mFilling = false;
 }
