@@ -3,8 +3,6 @@
 #include "Kel_ConnectionUtils.h"
 #include "Kel_Label.h"
 #include "Kel_Placard.h"
-#include "Kel_QtWidgetFactoryRegistry.h"
-#include "Kel_FactoryEntryInterface.h"
 #include "Kel_FontManager.h"
 #include "Kel_WidgetStack.h"
 #include "Mve_RecordArray.h"
@@ -315,16 +313,6 @@ TEST_F(WidgetStackTest, TheStyleOverrideReachesEveryWidgetOfANewCard)
         EXPECT_EQ(child->style(), &style) << child->objectName().toStdString();
     tabs.clearRows(); // the cards go before the style
     deleteRemovedCards();
-}
-
-TEST(Placard, IsRegisteredWithTheFactory)
-{
-    Kel_FactoryEntryInterface* entry = Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Kel_Placard"));
-    ASSERT_NE(entry, nullptr);
-    EXPECT_EQ(entry->getToolTip(), QStringLiteral("Placard widget for place-holding"));
-    EXPECT_FALSE(entry->isContainer());
-    QWidget parent;
-    EXPECT_NE(qobject_cast<Kel_Placard*>(entry->create(&parent, QStringLiteral("p"), false)), nullptr);
 }
 
 TEST(Placard, TakesTheTopLinesFontFromTheFontManager)
