@@ -119,13 +119,3 @@ QList<const Kel_BoundPropertyBase*> Kel_BoundPropertyBase::propertiesOf(const Ke
     }
     return found;
 }
-
-QList<const Kel_ViewInterface*> Kel_BoundPropertyBase::viewsWithProperties()
-{
-    QList<const Kel_ViewInterface*> views;
-    for (const Kel_BoundPropertyBase* p = gFirst; p; p = p->mNextP) {
-        if (p->mViewP && !views.contains(p->mViewP))
-            views.append(p->mViewP);
-    }
-    return views;
-}

@@ -70,8 +70,6 @@ public:
     // cursor. Walks every live property; meant for tools, not for hot paths.
     static QList<const Kel_BoundPropertyBase*> propertiesOf(const QObject* owner);
     static QList<const Kel_BoundPropertyBase*> propertiesOf(const Kel_ViewInterface* view);
-    // The views that own bound properties, oldest first.
-    static QList<const Kel_ViewInterface*> viewsWithProperties();
 
 protected:
     // Takes listener; owner is the QObject that a notification may delete
