@@ -19,123 +19,84 @@ class Selection : public ListFixture
 {
 };
 
-TEST_F(Selection, SingleModeKeepsOneRowWhateverTheModifiers)
+// Clicks and keys in every mode. Steps: "2" clicks row 2, "^2" with Control,
+// "+2" with Shift, "r2" with the right button; "U", "D", "H", "E" are the
+// Up, Down, Home and End keys, "A" is Control+A and "a" the A key alone.
+TEST_F(Selection, ClicksAndKeysFollowTheModesRules)
 {
-    build(6, Kel_ListView::Single);
-    click(2);
-    EXPECT_EQ(selection(), (QList<long>{2}));
-    click(3, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{3}));
-    click(5, Qt::ShiftModifier);
-    EXPECT_EQ(selection(), (QList<long>{5}));
-    EXPECT_EQ(list->getCurrentCell(), 5);
-    EXPECT_EQ(list->getLastSelection(), 5);
-}
+    using L = Kel_ListView;
+    const struct
+    {
+        L::SelectionMode mode;
+        int rows;
+        const char* steps;
+        QList<long> selected;
+        long anchor;
+    } cases[] = {
+        {L::Single, 6, "2 ^3 +5", {5}, 5},
+        {L::Multi, 6, "1 ^3 ^4", {1, 3, 4}, 4},
+        {L::Multi, 6, "1 ^3 ^4 ^3", {1, 4}, -1},
+        {L::Multi, 6, "1 ^3 ^4 ^3 +5", {5}, 5},
+        {L::Extended, 8, "+2", {}, -1}, // no anchor right after connecting
+        {L::Extended, 8, "3 +6", {3, 4, 5, 6}, 3},
+        {L::Extended, 8, "3 +6 +1", {1, 2, 3}, 3},
+        {L::Extended, 8, "3 +1 ^7 +5", {5, 6, 7}, 7},
+        {L::Extended, 6, "1 ^3 ^3 +5", {1}, -1}, // removing a row leaves nothing to extend from
+        {L::Multi, 3, "0 ^2 r2", {0, 2}, 2},      // a right click keeps a selection for its menu
+        {L::Multi, 3, "0 ^2 r1", {1}, 1},
+        {L::Multi, 3, "0 r4", {}, -1},
+        {L::Multi, 3, "1 3", {}, -1}, // below the last row
+        {L::Multi, 4, "2 A", {0, 1, 2, 3}, 2},
+        {L::Multi, 4, "2 A A", {}, 2},
+        {L::Multi, 4, "2 a", {2}, 2},
+        {L::Extended, 4, "A", {0, 1, 2, 3}, -1},
+        {L::Single, 4, "1 A", {1}, 1},
+        {L::Extended, 5, "U", {4}, 4}, // arrows wrap
+        {L::Extended, 5, "U D", {0}, 0},
+        {L::Extended, 5, "1 +3 D", {4}, 4}, // below the last selected row, alone
+        {L::Extended, 5, "1 +3 U", {0}, 0},
+        {L::Extended, 5, "E", {4}, 4},
+        {L::Extended, 5, "E H", {0}, 0},
+        {L::None, 4, "1 ^2 D A", {}, -1},
+    };
+    const int keys[] = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(QStringLiteral("mode %1: %2").arg(c.mode).arg(QLatin1String(c.steps)).toStdString());
+        build(c.rows, c.mode);
+        for (const QString& step : QString::fromLatin1(c.steps).split(QLatin1Char(' '))) {
+            const QChar first = step.at(0);
+            const long r = step.mid(first.isDigit() ? 0 : 1).toLong();
+            if (first.isDigit())
+                click(r);
+            else if (first == QLatin1Char('^'))
+                click(r, Qt::ControlModifier);
+            else if (first == QLatin1Char('+'))
+                click(r, Qt::ShiftModifier);
+            else if (first == QLatin1Char('r'))
+                click(r, Qt::NoModifier, Qt::RightButton);
+            else if (first.toLower() == QLatin1Char('a'))
+                key(Qt::Key_A, first == QLatin1Char('A') ? Qt::ControlModifier : Qt::NoModifier);
+            else
+                key(keys[QStringLiteral("UDHE").indexOf(first)]);
+        }
+        EXPECT_EQ(selection(), c.selected);
+        EXPECT_EQ(list->getLastSelection(), c.anchor);
+        // A plain click or key makes its row current.
+        const QChar last = QString::fromLatin1(c.steps).split(QLatin1Char(' ')).last().at(0);
+        if (c.selected.size() == 1 && (last.isDigit() || QStringLiteral("UDHE").contains(last))) {
+            EXPECT_EQ(list->getCurrentCell(), c.selected.first());
+        }
+        TearDown();
+    }
 
-TEST_F(Selection, MultiModeTogglesWithControlAndTakesShiftAsPlain)
-{
-    build(6, Kel_ListView::Multi);
-    click(1);
-    click(3, Qt::ControlModifier);
-    click(4, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{1, 3, 4}));
-    EXPECT_EQ(list->getLastSelection(), 4);
-    click(3, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{1, 4}));
-    EXPECT_EQ(list->getLastSelection(), -1);
-    click(5, Qt::ShiftModifier);
-    EXPECT_EQ(selection(), (QList<long>{5}));
-    click(0);
-    EXPECT_EQ(selection(), (QList<long>{0}));
-}
-
-TEST_F(Selection, ExtendedModeRangesFromAFixedAnchor)
-{
-    build(8, Kel_ListView::Extended);
-    click(2, Qt::ShiftModifier); // anchor -1 right after connecting: nothing
+    // In mode None even the program's own calls select nothing, and keys go on.
+    build(4, L::None);
+    EXPECT_TRUE(list->SetSelected(3, false, Qt::NoModifier));
     EXPECT_TRUE(selection().isEmpty());
-    click(3);
-    click(6, Qt::ShiftModifier);
-    EXPECT_EQ(selection(), (QList<long>{3, 4, 5, 6}));
-    click(1, Qt::ShiftModifier); // same anchor, the other side
-    EXPECT_EQ(selection(), (QList<long>{1, 2, 3}));
-    EXPECT_EQ(list->getLastSelection(), 3);
-    click(7, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{1, 2, 3, 7}));
-    click(5, Qt::ShiftModifier);
-    EXPECT_EQ(selection(), (QList<long>{5, 6, 7}));
-}
-
-TEST_F(Selection, ControlClickRemovingARowLeavesShiftClickNothingToExtendFrom)
-{
-    build(6, Kel_ListView::Extended);
-    click(1);
-    click(3, Qt::ControlModifier);
-    click(3, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{1}));
-    click(5, Qt::ShiftModifier);
-    EXPECT_EQ(selection(), (QList<long>{1}));
-}
-
-TEST_F(Selection, ClickBelowTheLastRowClearsAndRightClickKeepsASelectionForItsMenu)
-{
-    build(3, Kel_ListView::Multi);
-    click(0);
-    click(2, Qt::ControlModifier);
-    click(2, Qt::NoModifier, Qt::RightButton);
-    EXPECT_EQ(selection(), (QList<long>{0, 2}));
-    click(1, Qt::NoModifier, Qt::RightButton);
-    EXPECT_EQ(selection(), (QList<long>{1}));
-    click(4, Qt::NoModifier, Qt::RightButton);
-    EXPECT_TRUE(selection().isEmpty());
-    click(1);
-    click(3);
-    EXPECT_TRUE(selection().isEmpty());
-}
-
-TEST_F(Selection, SelectAllTogglesInMultiAndExtendedButNotInSingle)
-{
-    build(4, Kel_ListView::Multi);
-    click(2);
-    key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{0, 1, 2, 3}));
-    key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_TRUE(selection().isEmpty());
-    key(Qt::Key_A);
-    EXPECT_TRUE(selection().isEmpty());
-
-    list->setSelectionMode(Kel_ListView::Extended);
-    key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(selection().size(), 4);
-
-    list->setSelectionMode(Kel_ListView::Single);
-    click(1);
-    key(Qt::Key_A, Qt::ControlModifier);
-    EXPECT_EQ(selection(), (QList<long>{1}));
-}
-
-TEST_F(Selection, ArrowKeysWrapAndMakeASingleSelection)
-{
-    build(5, Kel_ListView::Extended);
-    key(Qt::Key_Up);
-    EXPECT_EQ(selection(), (QList<long>{4}));
-    key(Qt::Key_Down);
-    EXPECT_EQ(selection(), (QList<long>{0}));
-    key(Qt::Key_Up);
-    EXPECT_EQ(selection(), (QList<long>{4}));
-    click(1);
-    click(3, Qt::ShiftModifier);
-    key(Qt::Key_Down); // below the last selected row, alone
-    EXPECT_EQ(selection(), (QList<long>{4}));
-    click(1);
-    click(3, Qt::ShiftModifier);
-    key(Qt::Key_Up); // above the first
-    EXPECT_EQ(selection(), (QList<long>{0}));
-    key(Qt::Key_End);
-    EXPECT_EQ(selection(), (QList<long>{4}));
-    key(Qt::Key_Home);
-    EXPECT_EQ(selection(), (QList<long>{0}));
-    EXPECT_EQ(list->getCurrentCell(), 0);
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    down.accept();
+    list->keyPressEvent(&down);
+    EXPECT_FALSE(down.isAccepted());
 }
 
 TEST_F(Selection, PageKeysMoveByTheVisibleRowsAndStopAtTheEnds)
