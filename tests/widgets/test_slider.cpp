@@ -94,23 +94,11 @@ TEST_F(SliderTest, DraggingTheHandleSendsValuesAndTheModelMovesIt)
     EXPECT_EQ(slider->value(), 100);
 }
 
-TEST_F(SliderTest, OutOfRangeValuesAreCorrectedAndWrittenBack)
+TEST_F(SliderTest, AValueModelThatRefusesTheCorrectionIsLeftAlone)
 {
-    value.setValue(150);
-    EXPECT_EQ(value.getValue(), 100);
-    value.setValue(-5);
-    EXPECT_EQ(value.getValue(), 0);
-
-    value.setValue(40);
-    minimum.setValue(50);
-    EXPECT_EQ(value.getValue(), 50);
-    maximum.setValue(60);
-    value.setValue(70);
-    EXPECT_EQ(value.getValue(), 60);
+    // Corrections in every order are played at random below. A model that
+    // refuses the correction is left alone; the slider shows the bound.
     maximum.setValue(55);
-    EXPECT_EQ(value.getValue(), 55);
-
-    // A model that refuses the correction is left alone; the slider shows the bound.
     value.setReadOnly(true);
     value.setValue(90);
     EXPECT_EQ(value.getValue(), 90);
@@ -153,7 +141,6 @@ TEST_F(SliderTest, ReconnectingToAnotherRangeNeverWritesToThePreviousValueModel)
     EXPECT_EQ(value.getValue(), 80);
     EXPECT_EQ(otherValue.getValue(), 5);
     EXPECT_EQ(slider->maximum(), 10);
-
 }
 
 // Whatever the order of range and value changes, the model's value ends in
