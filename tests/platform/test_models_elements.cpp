@@ -96,22 +96,6 @@ TEST_F(Elements, AnIndexModelMovesTheListenerAlongTheArray)
     EXPECT_EQ(cell.value("none"), "none");
 }
 
-TEST_F(Elements, IndexModelsMayThemselvesBeElements)
-{
-    Mve_Array<QString> names({"a", "b", "c"}, "N");
-    Mve_Array<long> order({2, 0, 1}, "Order");
-    Mve_Index<long> pos(0, "Pos");
-    names.Publish(&dict);
-    order.Publish(&dict);
-    pos.Publish(&dict);
-    StringListener sorted("N[Order[Pos]]", env());
-    EXPECT_EQ(sorted.value(), "c");
-    pos.setValue(1);
-    EXPECT_EQ(sorted.value(), "a");
-    order.setAt(1, 1);
-    EXPECT_EQ(sorted.value(), "b");
-}
-
 TEST_F(Elements, RecordArraysPublishTheirFieldsAndChangeThemTogether)
 {
     Mve_RecordArray clips("Clips");
