@@ -1,11 +1,12 @@
 // The list view's model handling, painting, names and its form widget.
 #include "ListTestSupport.h"
 
+#include "AssertRecorder.h"
+
 #include "Kel_ListViewWidget.h"
 #include "Kel_ModelInspector.h"
 #include "Kel_QtWidgetFactoryRegistry.h"
 #include "Kel_FactoryEntryInterface.h"
-#include "Ost_Assert.h"
 
 #include <QImage>
 #include <QPaintEvent>
@@ -310,13 +311,11 @@ TEST_F(Painting, TheListsFontReachesTheCellTextUnlessACellHasItsOwn)
 TEST_F(Painting, ANullPainterIsReportedNotFollowed)
 {
     build(3, Kel_ListView::Single);
-    QStringList failures;
-    const auto previous = Ost_Assert::setHandler(
-        [&failures](const QString& condition, const QString& file, int) { failures << file + ": " + condition; });
+    AssertRecorder asserts;
     list->drawContents(nullptr, QRect(0, 0, 100, 20));
-    Ost_Assert::setHandler(previous);
-    ASSERT_EQ(failures.size(), 1);
-    EXPECT_TRUE(failures[0].startsWith(QStringLiteral("Kel_ListView: iPainterP && "))) << failures[0].toStdString();
+    ASSERT_EQ(asserts.places.size(), 1);
+    EXPECT_TRUE(asserts.places[0].startsWith(QStringLiteral("iPainterP && "))) << asserts.places[0].toStdString();
+    EXPECT_TRUE(asserts.places[0].endsWith(QStringLiteral(" @ Kel_ListView"))) << asserts.places[0].toStdString();
 }
 
 // ---------------------------------------------------------------------------

@@ -1,5 +1,6 @@
 // Kel_WidgetList: one real row widget per element, each reaching its element
 // through its own index model; rows follow inserts, removals and moves.
+#include "AssertRecorder.h"
 #include "Kel_ActionButton.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_Label.h"
@@ -9,7 +10,6 @@
 #include "Mv_Utils.h"
 #include "Mve_Action.h"
 #include "Mve_RecordArray.h"
-#include "Ost_Assert.h"
 #include "TestSupport.h"
 
 #include <QBoxLayout>
@@ -39,10 +39,7 @@ protected:
         window.resize(300, 400);
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-        previousHandler = Ost_Assert::setHandler(
-            [this](const QString& condition, const QString&, int) { assertions << condition; });
     }
-    void TearDown() override { Ost_Assert::setHandler(previousHandler); }
 
     QWidget* makeRow()
     {
@@ -93,8 +90,7 @@ protected:
     QWidget window;
     Kel_WidgetList* list = nullptr;
     int serial = 0;
-    QStringList assertions;
-    Ost_Assert::Handler previousHandler;
+    AssertRecorder asserts;
 };
 
 // Records every value an index model takes, as "tag:value".
@@ -160,7 +156,7 @@ TEST_F(WidgetListTest, DeletingPastTheEndDeletesToTheLastRow)
     const QPointer<QWidget> kept = list->indexToRow(0);
     const QPointer<QWidget> gone = list->indexToRow(2);
     list->deleteRows(1, 99);
-    EXPECT_TRUE(assertions.isEmpty());
+    EXPECT_TRUE(asserts.conditions.isEmpty());
     EXPECT_EQ(list->rowSize(), 1);
     EXPECT_EQ(shown(), QStringList({"0:A"}));
     deleteRemovedRows();
@@ -177,7 +173,7 @@ TEST_F(WidgetListTest, BadPositionsAreReportedAndChangeNothing)
     EXPECT_EQ(list->indexToRow(2), nullptr);
     EXPECT_EQ(list->indexToRow(-1), nullptr);
     EXPECT_FALSE(list->findPoi(QString(), nullptr));
-    EXPECT_EQ(assertions, QStringList({"startIndex >= 0", "startIndex <= endIndex",
+    EXPECT_EQ(asserts.conditions, QStringList({"startIndex >= 0", "startIndex <= endIndex",
                                        "iIndex >= 0 && indx < mRowData.size()",
                                        "iIndex >= 0 && indx < mRowData.size()", "!isEmpty()"}));
     // A move from or to a position outside the list is ignored.
@@ -339,5 +335,5 @@ TEST_F(WidgetListTest, RandomEditsKeepRowsInStepWithAShadow)
         if (step % 50 == 0)
             deleteRemovedRows();
     }
-    EXPECT_TRUE(assertions.isEmpty());
+    EXPECT_TRUE(asserts.conditions.isEmpty());
 }

@@ -1,6 +1,7 @@
 // Kel_Monitor: the picture rectangle fitted to the current ratio and
 // published, the play-rate overlay's texts, its hiding in both modes on the
 // task scheduler's manual clock, and the models the monitor publishes.
+#include "AssertRecorder.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_KeymapMgr.h"
 #include "Kel_Monitor.h"
@@ -9,7 +10,6 @@
 #include "Mve_Clip.h"
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
-#include "Ost_Assert.h"
 #include "TaskScheduler.h"
 #include "TestImages.h"
 #include "TestSupport.h"
@@ -118,15 +118,12 @@ TEST_F(MonitorTest, ThePictureIsPillarBoxedOrLetterBoxedAndPublished)
 
 TEST_F(MonitorTest, AnUnknownRatioOrAZeroDenominatorIsAnAssertionAndChangesNothing)
 {
-    QStringList failed;
-    const Ost_Assert::Handler previous = Ost_Assert::setHandler(
-        [&failed](const QString& condition, const QString&, int) { failed << condition; });
+    AssertRecorder asserts;
     makeMonitor(QSize(720, 400));
-    ASSERT_TRUE(failed.isEmpty());
+    ASSERT_TRUE(asserts.conditions.isEmpty());
     models.current.setValue(QStringLiteral("21 x 9"));
     models.current.setValue(QStringLiteral("broken"));
-    Ost_Assert::setHandler(previous);
-    EXPECT_EQ(failed, (QStringList{
+    EXPECT_EQ(asserts.conditions, (QStringList{
                           "( 0 != aspectRatioN ) && \"Could not find aspect ratio in model: \" && "
                           "!cAspectRatio.isEmpty()",
                           "0 != aspectRatioD", // not found: no denominator either

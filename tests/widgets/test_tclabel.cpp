@@ -1,14 +1,13 @@
 // Kel_TCLabel (timecode display and keypad entry) and Kel_Time (durations).
+#include "AssertRecorder.h"
 #include "Kel_ConnectionUtils.h"
 #include "Kel_TCLabel.h"
 #include "Kel_Time.h"
 #include "Mve_Action.h"
 #include "Mve_SimpleValue.h"
-#include "Ost_Assert.h"
 #include "TestSupport.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QLineEdit>
 #include <QTest>
 #include <QRandomGenerator>
@@ -28,17 +27,9 @@ QString entry(const QString& untyped, const QString& typed)
     return kGrey + untyped + kBlack + typed + kEnd;
 }
 
-// Records the conditions of failed assertions.
-struct AssertLog
+// Failed assertions recorded, other messages kept off the log.
+struct AssertLog : AssertRecorder
 {
-    AssertLog()
-        : previous(Ost_Assert::setHandler(
-            [this](const QString& condition, const QString&, int) { reports << condition; }))
-    {
-    }
-    ~AssertLog() { Ost_Assert::setHandler(previous); }
-    QStringList reports;
-    Ost_Assert::Handler previous;
     DebugMessageCollector quiet;
 };
 
@@ -182,13 +173,13 @@ TEST_F(TCLabelTest, ASixDigitLabelReportsItsLengthOnEveryDigit)
     typeDigits(QStringLiteral("45"));
     EXPECT_EQ(label->text(), entry("01:02:", "45"));
     EXPECT_EQ(label->timecode(), Mv_Timecode(1, 2, 45, 4));
-    EXPECT_EQ(asserts.reports, QStringList({"origLength == 8", "origLength == 8"}));
+    EXPECT_EQ(asserts.conditions, QStringList({"origLength == 8", "origLength == 8"}));
 
-    asserts.reports.clear();
+    asserts.conditions.clear();
     Mv_Timecode tc(1, 1, 1, 1);
     Kel_TCLabel::strToTimecode(QStringLiteral("12345"), tc);
     EXPECT_EQ(tc, Mv_Timecode(1, 1, 1, 1));
-    EXPECT_EQ(asserts.reports, QStringList({"6 == length || 8 == length"}));
+    EXPECT_EQ(asserts.conditions, QStringList({"6 == length || 8 == length"}));
 }
 
 TEST_F(TCLabelTest, AnUnboundLabelShowsZeroAndIgnoresMissingModels)
@@ -237,7 +228,7 @@ TEST_F(TCLabelTest, AnyMixOfDigitsAndPointsMatchesAShadowEntry)
         ASSERT_EQ(label->text(), typed.isEmpty() ? shown : entry(shown.left(11 - black), shown.right(black)))
             << "step " << step;
     }
-    EXPECT_TRUE(asserts.reports.isEmpty());
+    EXPECT_TRUE(asserts.conditions.isEmpty());
     EXPECT_TRUE(sent.empty());
 }
 
