@@ -127,20 +127,15 @@ TEST_F(ApplicationExceptions, ReportIsOneModalErrorBoxWithOneOkButton)
     EXPECT_EQ(QFileInfo(r.sourceFile).completeBaseName(), QStringLiteral("Kel_Application"));
 }
 
-TEST_F(ApplicationExceptions, ThrowingEventCountsAsNotHandled)
+TEST_F(ApplicationExceptions, ThrowingEventCountsAsNotHandledAndKeysAreGuardedToo)
 {
     widget.fault = [] { throw QStringLiteral("disk full"); };
     QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), QPointF(widget.mapToGlobal(QPoint(5, 5))), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     EXPECT_FALSE(QCoreApplication::sendEvent(&widget, &press));
+    QTest::keyClick(&widget, Qt::Key_A);
+    EXPECT_EQ(boxes.size(), 2);
     widget.fault = nullptr;
     EXPECT_TRUE(QCoreApplication::sendEvent(&widget, &press));
-}
-
-TEST_F(ApplicationExceptions, KeyHandlersAreGuardedToo)
-{
-    widget.fault = [] { throw QStringLiteral("disk full"); };
-    QTest::keyClick(&widget, Qt::Key_A);
-    EXPECT_EQ(boxes.size(), 1);
 }
 
 TEST_F(ApplicationExceptions, OtherWidgetsKeepWorking)
