@@ -67,14 +67,11 @@ protected:
     QWidget* panel = nullptr;
 };
 
-TEST_F(PanelForm, TakesTheFormsNameAndItsPlaceInTheParentLayout)
-{
-    EXPECT_EQ(panel->objectName(), QStringLiteral("panel"));
-    EXPECT_EQ(windowLayout->indexOf(panel), 0);
-}
-
 TEST_F(PanelForm, WidgetsAreMadeUnconnectedWithTheFormsProperties)
 {
+    // The form's own name, in the parent's layout.
+    EXPECT_EQ(panel->objectName(), QStringLiteral("panel"));
+    EXPECT_EQ(windowLayout->indexOf(panel), 0);
     // <cstring>, <string>, <bool> and <number> properties.
     auto* nudgeButton = child<Kel_ActionButton>(panel, "nudgeButton");
     ASSERT_NE(nudgeButton, nullptr);
@@ -86,10 +83,7 @@ TEST_F(PanelForm, WidgetsAreMadeUnconnectedWithTheFormsProperties)
     ASSERT_NE(play, nullptr);
     EXPECT_EQ(play->sizeHint(), QSize(24, 16)); // its image, found under the resource path
     EXPECT_EQ(play->getContextMenuConnectionSpec(), QByteArray("Form.Menu"));
-}
-
-TEST_F(PanelForm, QtClassesStayAndUnknownCustomWidgetsFallBackToTheirBase)
-{
+    // Qt's classes stay; a custom class nobody registered falls back to its base.
     EXPECT_STREQ(child<QWidget>(panel, "plainButton")->metaObject()->className(), "QPushButton");
     EXPECT_STREQ(child<QWidget>(panel, "unknownWidget")->metaObject()->className(), "QFrame");
 }

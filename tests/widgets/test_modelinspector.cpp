@@ -74,6 +74,17 @@ protected:
         Ost_Resource::setResourcePath(previousResourcePath);
     }
     Kel_CheckBox* box(const char* name) { return form->findChild<Kel_CheckBox*>(name); }
+    // Types text into the value cell of the model's row, as a user would.
+    void typeValue(const QString& model, const QString& text)
+    {
+        models->setCurrentCell(rowOf(models, model), 2);
+        QTest::keyClick(models, Qt::Key_F2);
+        QWidget* editor = QApplication::focusWidget();
+        ASSERT_TRUE(editor && editor != models);
+        QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(editor, text);
+        QTest::keyClick(editor, Qt::Key_Return); // the editor commits from the event loop
+    }
 
     QString previousResourcePath;
     Mv_ConnectionDict dict;
@@ -112,29 +123,16 @@ TEST_F(Inspector, ValuesFollowTheModelAndAnEditReachesModelAndWidget)
     EXPECT_TRUE(waitFor([&] { return cell(models, rowOf(models, "Mixer.Track1.muted"), 2) == "true"; }));
     EXPECT_EQ(models->currentRow(), row); // reading again keeps the user's place
 
-    // Typed into the value cell, as a user would.
     inspector->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(inspector.get()));
     models->setFocus();
-    models->setCurrentCell(rowOf(models, "Mixer.Track1.muted"), 2);
-    QTest::keyClick(models, Qt::Key_F2);
-    QWidget* editor = QApplication::focusWidget();
-    ASSERT_TRUE(editor && editor != models);
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, "false");
-    QTest::keyClick(editor, Qt::Key_Return); // the editor commits from the event loop
+    typeValue("Mixer.Track1.muted", "false");
     EXPECT_TRUE(waitFor([&] { return !muted.getValue(); }));
     EXPECT_FALSE(box("mute")->isChecked());
 
     // A value the model refuses is shown back as the model holds it.
     muted.setReadOnly(true);
-    models->setCurrentCell(rowOf(models, "Mixer.Track1.muted"), 2);
-    QTest::keyClick(models, Qt::Key_F2);
-    editor = QApplication::focusWidget();
-    ASSERT_TRUE(editor && editor != models);
-    QTest::keyClick(editor, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(editor, "true");
-    QTest::keyClick(editor, Qt::Key_Return);
+    typeValue("Mixer.Track1.muted", "true");
     EXPECT_TRUE(waitFor([&] { return inspector->findChild<QLabel*>("status")->text().contains("refused"); }));
     EXPECT_TRUE(waitFor([&] { return cell(models, rowOf(models, "Mixer.Track1.muted"), 2) == "false"; }));
     EXPECT_FALSE(muted.getValue());
