@@ -47,7 +47,9 @@ const bool registered = [] {
 QDesignerCustomWidgetCollectionInterface* plugin()
 {
     static QPluginLoader loader(QStringLiteral(KEL_DESIGNER_PLUGIN));
-    return qobject_cast<QDesignerCustomWidgetCollectionInterface*>(loader.instance());
+    QObject* instance = loader.instance();
+    EXPECT_NE(instance, nullptr) << loader.errorString().toStdString();
+    return qobject_cast<QDesignerCustomWidgetCollectionInterface*>(instance);
 }
 
 QDesignerCustomWidgetInterface* offered(const QString& name)
@@ -87,14 +89,10 @@ TEST(DesignerPlugin, OffersEveryRegisteredClassAsTheRegistryDescribesIt)
 {
     if (!*KEL_DESIGNER_PLUGIN)
         GTEST_SKIP() << "the Qt Designer plug-in is not built";
-    QPluginLoader loader(QStringLiteral(KEL_DESIGNER_PLUGIN));
-    QObject* instance = loader.instance();
-    ASSERT_NE(instance, nullptr) << loader.errorString().toStdString();
-    auto* collection = qobject_cast<QDesignerCustomWidgetCollectionInterface*>(instance);
-    ASSERT_NE(collection, nullptr);
+    ASSERT_NE(plugin(), nullptr);
 
     const QStringList keys = Kel_QtWidgetFactoryRegistry::getAllKeys();
-    const QList<QDesignerCustomWidgetInterface*> widgets = collection->customWidgets();
+    const QList<QDesignerCustomWidgetInterface*> widgets = plugin()->customWidgets();
     QStringList offered;
     for (QDesignerCustomWidgetInterface* w : widgets)
         offered << w->name();
@@ -113,8 +111,7 @@ TEST(DesignerPlugin, OffersEveryRegisteredClassAsTheRegistryDescribesIt)
 
         // The widget box reads the class and a default object name from domXml.
         QDomDocument dom;
-        ASSERT_TRUE(dom.setContent(w->domXml()));
-        const QDomElement widget = dom.documentElement().firstChildElement(QStringLiteral("widget"));
+        const QDomElement widget = widgetElement(w, dom);
         EXPECT_EQ(widget.attribute(QStringLiteral("class")), w->name());
         EXPECT_FALSE(widget.attribute(QStringLiteral("name")).isEmpty());
 
