@@ -9,6 +9,7 @@
 #include "Kel_ListWithColumns.h"
 #include "Kel_TextView.h"
 #include "Mv_ConnectionDict.h"
+#include "Mve_Action.h"
 #include "Mve_RecordArray.h"
 #include "Mve_SimpleValue.h"
 #include "TestSupport.h"
@@ -323,6 +324,35 @@ TEST_F(ColumnListTest, ReadOnlyCellsAndEscapeLeaveNoGridCell)
     EXPECT_EQ(list->GetCellAt(QPoint(1, 47 + 3), &row, &column), stack()->viewAt(0));
     EXPECT_EQ(std::make_pair(row, column), std::make_pair(1L, -1L));
     EXPECT_EQ(list->GetCellAt(QPoint(1, 4 * 47), &row, &column), nullptr);
+}
+
+TEST_F(ColumnListTest, ReturnRunsTheEnterActionOnlyOutsideTheGrid)
+{
+    int entered = 0;
+    Mve_Action<void()> enter([&entered] { ++entered; }, QStringLiteral("ColTest.Enter"));
+    Mve_SimpleValue<QString> chosen(QString(), QStringLiteral("ColTest.Chosen"));
+    publishAll({&enter, &chosen});
+    list->setEnterActionString(QStringLiteral("ColTest.Enter()"));
+    list->setSelectionActionString(QStringLiteral("ColTest.Chosen = ColTest.Clips.name[$Row]"));
+    list->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    ASSERT_EQ(stack()->count(), 7) << "connecting again rebuilds the same row";
+
+    QTest::mouseClick(content(), Qt::LeftButton, Qt::NoModifier, cellPoint(1, 0));
+    EXPECT_EQ(chosen.getValue(), QStringLiteral("clip1"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(entered, 0) << "the first Return leaves the cell";
+    EXPECT_EQ(list->gridRow(), -1);
+    key(Qt::Key_Enter);
+    EXPECT_EQ(entered, 1);
+    EXPECT_EQ(selection(), QList<long>({1}));
+
+    chosen.setValue(QString());
+    Mvt_SimpleValue<long>::Listener current(list->getCurrentRowConnectionName());
+    current.connect(Mv_ConnectionEnvironment::blankEnvironment());
+    current.set(3);
+    ASSERT_EQ(list->getCurrentCell(), 3);
+    list->executeSelectionAction();
+    EXPECT_EQ(chosen.getValue(), QStringLiteral("clip1")) << "run for the first selected row";
 }
 
 // Any order of shows, hides and moves of visible columns leaves the row
