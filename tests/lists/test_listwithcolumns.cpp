@@ -327,6 +327,14 @@ TEST_F(ColumnListTest, ReadOnlyCellsAndEscapeLeaveNoGridCell)
     EXPECT_EQ(list->GetCellAt(QPoint(1, 47 + 3), &row, &column), stack()->viewAt(0));
     EXPECT_EQ(std::make_pair(row, column), std::make_pair(1L, -1L));
     EXPECT_EQ(list->GetCellAt(QPoint(1, 4 * 47), &row, &column), nullptr);
+
+    // A list that selects nothing leaves every key to its widget.
+    list->setSelectionMode(Kel_ListView::None);
+    QTest::mouseClick(content(), Qt::LeftButton, Qt::NoModifier, cellPoint(1, 0));
+    key(Qt::Key_Down);
+    EXPECT_EQ(list->gridRow(), 1);
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(after->hasFocus());
 }
 
 TEST_F(ColumnListTest, ReturnRunsTheEnterActionOnlyOutsideTheGrid)
