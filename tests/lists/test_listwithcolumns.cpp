@@ -152,6 +152,15 @@ TEST_F(ColumnListTest, BuildsABlankThenACellAndSeparatorPerVisibleColumn)
     EXPECT_EQ(static_cast<Kel_TextView*>(stack()->viewAt(1))->getText(), QStringLiteral("clip2"));
     EXPECT_EQ(static_cast<Kel_TextView*>(stack()->viewAt(3))->getText(), QStringLiteral("tape2"));
     EXPECT_EQ(list->getMinSize().width(), 2 + 80 + 60 + 70 + 3 * 5) << "the cells' extent, not the port's";
+
+    // A copy follows the same columns once connected.
+    std::unique_ptr<Kel_ListWithColumns> copy(static_cast<Kel_ListWithColumns*>(list->clone()));
+    copy->SetSelectionConnectionName(QStringLiteral("ColTest.Copy"));
+    copy->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    ASSERT_TRUE(copy->rowStack());
+    columns.hideColumn(1);
+    EXPECT_EQ(copy->rowStack()->count(), 5);
+    EXPECT_EQ(copy->rowStack()->viewAt(3)->getName(), QStringLiteral("Duration"));
 }
 
 TEST_F(ColumnListTest, UnnamedAndUnknownColumnsKeepTheirPlace)
@@ -303,6 +312,16 @@ TEST_F(ColumnListTest, TabWalksTheEditableCellsAndLeavesTheGridAtTheEnds)
     key(Qt::Key_Tab);
     EXPECT_EQ(grid(), std::make_pair(-1L, -1L)) << "past the last cell: out of the grid";
     EXPECT_TRUE(selection().isEmpty());
+
+    // With one editable column a walk comes round to it and stays put.
+    columns.setReadOnly(2, true);
+    columns.hideColumn(2);
+    columns.showColumn(2, 2);
+    QTest::mouseClick(content(), Qt::LeftButton, Qt::NoModifier, cellPoint(1, 0));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(grid(), std::make_pair(1L, 0L));
+    key(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(grid(), std::make_pair(1L, 0L));
 }
 
 TEST_F(ColumnListTest, ReadOnlyCellsAndEscapeLeaveNoGridCell)
