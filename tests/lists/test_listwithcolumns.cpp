@@ -163,6 +163,19 @@ TEST_F(ColumnListTest, BuildsABlankThenACellAndSeparatorPerVisibleColumn)
     EXPECT_EQ(copy->rowStack()->viewAt(3)->getName(), QStringLiteral("Duration"));
 }
 
+TEST_F(ColumnListTest, FollowsTheColumnModelAwayAndBack)
+{
+    columns.unpublish();
+    EXPECT_EQ(stack()->count(), 1) << "only the blank is left";
+    columns.hideColumn(0);
+    ASSERT_TRUE(columns.publish());
+    EXPECT_EQ(cells(), QStringList({"Tape", "Duration"}));
+    columns.setBaseName(QStringLiteral("ColTest.Elsewhere"));
+    EXPECT_EQ(stack()->count(), 1);
+    columns.setBaseName(QStringLiteral("ColTest.Cols"));
+    EXPECT_EQ(cells(), QStringList({"Tape", "Duration"}));
+}
+
 TEST_F(ColumnListTest, UnnamedAndUnknownColumnsKeepTheirPlace)
 {
     Kel_ColumnDataModel::Column c;
