@@ -326,6 +326,7 @@ set(KELCORE_LISTS_SOURCES
   Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
+  Kel_Header.cpp
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ListView.h
@@ -333,6 +334,7 @@ set(KELCORE_LISTS_HEADERS
   Kel_ListViewWidget.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
+  Kel_Header.h
 )
 
 kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)
