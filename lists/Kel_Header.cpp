@@ -578,7 +578,6 @@ void Kel_Header::openContextMenu(const QPoint& globalAt, int position)
 {
     delete mMenuP.data();
     auto* menu = new Kel_PopupMenu(this, "HeaderContextMenu");
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     const Mvt_SimpleValue<QProxyStyle*>::Listener styleOverride(QStringLiteral("PellaTool.StyleOverride"),
                                                                Mv_ConnectionEnvironment::blankEnvironment());
     QProxyStyle* style = nullptr;
