@@ -320,6 +320,7 @@ set(KELCORE_DIALOGS_HEADERS
 
 # lists/: the list view, widget lists and stacks
 set(KELCORE_LISTS_SOURCES
+  Kel_ColumnDataModel.cpp
   Kel_ListView.cpp
   Kel_ListViewCell.cpp
   Kel_ListViewWidget.cpp
@@ -329,6 +330,7 @@ set(KELCORE_LISTS_SOURCES
   Kel_Header.cpp
 )
 set(KELCORE_LISTS_HEADERS
+  Kel_ColumnDataModel.h
   Kel_ListView.h
   Kel_ListViewCell.h
   Kel_ListViewWidget.h
