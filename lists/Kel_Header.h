@@ -4,6 +4,8 @@
 #include "kelcore_export.h"
 
 #include "Kel_BoundProperty.h"
+#include "Kel_PopupMenu.h"
+#include "Kel_TransparentOverlay.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_Action.h"
 #include "Mvt_Array.h"
@@ -19,8 +21,6 @@
 #include <QWidget>
 #include <functional>
 
-class Kel_PopupMenu;
-class Kel_TransparentOverlay;
 class QAction;
 
 // The labels of the visible columns of a column data model, drawn above a
