@@ -321,9 +321,12 @@ set(KELCORE_DIALOGS_HEADERS
 # lists/: the list view, widget lists and stacks
 set(KELCORE_LISTS_SOURCES
   Kel_ColumnDataModel.cpp
+  Kel_ColumnDragView.cpp
+  Kel_ColumnSeparatorView.cpp
   Kel_ListView.cpp
   Kel_ListViewCell.cpp
   Kel_ListViewWidget.cpp
+  Kel_ListWithColumns.cpp
   Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
@@ -331,9 +334,12 @@ set(KELCORE_LISTS_SOURCES
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ColumnDataModel.h
+  Kel_ColumnDragView.h
+  Kel_ColumnSeparatorView.h
   Kel_ListView.h
   Kel_ListViewCell.h
   Kel_ListViewWidget.h
+  Kel_ListWithColumns.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
   Kel_Header.h

@@ -203,6 +203,9 @@ protected:
     void setCurrentCell(long row);
     // The top-left corner of row.
     QPoint rowOrigin(long row) const;
+    // Whether a selection action was parsed, and running it.
+    bool hasSelectionAction() const { return bool(mSelectionActionP); }
+    void runSelectionAction() { runScript(mSelectionActionP); }
 
 private:
     class CurrentRowIndex;
