@@ -1,8 +1,11 @@
 // The column header over a column data model, driven with real mouse
 // events: dividers, column drags with their cancel bands, sorting and the
 // context menu.
+#include "Kel_BridgeQScrollArea.h"
 #include "Kel_ColumnDataModel.h"
+#include "Kel_HStackView.h"
 #include "Kel_Header.h"
+#include "Kel_ListWithColumns.h"
 #include "Kel_PopupMenu.h"
 #include "Kel_TransparentOverlay.h"
 #include "Mve_Action.h"
@@ -235,6 +238,80 @@ TEST_F(HeaderTest, AColumnDraggedLeftLandsWhereItsLeftEdgePassesACentre)
     release(QPoint(60, 10));
     EXPECT_EQ(order(), (std::vector<long>{2, 0, 1}));
     EXPECT_EQ(model->columnBeingDragged(), -1);
+}
+
+TEST_F(HeaderTest, HoveringADividerShowsTheSplitCursorAndAnOverlayComesFromTheCallback)
+{
+    QTest::mouseMove(header, QPoint(186, 10));
+    EXPECT_EQ(header->cursor().shape(), Qt::SplitHCursor);
+    QTest::mouseMove(header, QPoint(150, 10));
+    EXPECT_EQ(header->cursor().shape(), Qt::ArrowCursor);
+
+    QPointer<Kel_TransparentOverlay> made;
+    header->setCreateColumnDragOverlayCB([&made](QWidget* owner) { return made = new Kel_TransparentOverlay(owner); });
+    press(QPoint(150, 10));
+    drag(QPoint(150, 40));
+    ASSERT_FALSE(made.isNull());
+    EXPECT_EQ(header->columnDragOverlay(), made.data());
+    EXPECT_EQ(made->pixmap().size(), QSize(80, kHeaderHeight)); // a picture of the label
+    release(QPoint(150, 40));
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(made.isNull());
+}
+
+// The model going away under a drag ends it without touching anything.
+TEST_F(HeaderTest, TheModelLeavingDuringADragEndsItQuietly)
+{
+    press(QPoint(50, 10));
+    drag(QPoint(190, 10));
+    ASSERT_TRUE(header->isDraggingColumn());
+    model->unpublish();
+    drag(QPoint(250, 10));
+    release(QPoint(250, 10));
+    EXPECT_FALSE(header->isDraggingColumn());
+    press(QPoint(102, 10));
+    drag(QPoint(150, 10));
+    release(QPoint(150, 10));
+    EXPECT_TRUE(menuTexts(50).startsWith(QStringLiteral("Hide this Column")));
+}
+
+// A header and a columned list on one model: the labels sit over the cells,
+// and a column dragged in the header moves the list's cells.
+TEST_F(HeaderTest, TheLabelsLineUpWithTheListsCellsAndDragsMoveThem)
+{
+    auto* bridge = new Kel_BridgeQScrollArea(window.get());
+    bridge->setGeometry(0, kHeaderHeight, kHeaderWidth, 150);
+    auto* list = new Kel_ListWithColumns;
+    bridge->setChild(list);
+    list->SetColumnDataModel(kBase);
+    list->SetRowHeight(20);
+    bridge->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    bridge->show();
+
+    const auto cellEdges = [list] {
+        QVector<int> rights;
+        for (int p = 0; 2 * p + 1 < list->rowStack()->count(); ++p)
+            rights << list->rowStack()->viewAt(2 * p + 1)->getRectInParent().right() + 1;
+        return rights;
+    };
+    const auto cellNames = [list] {
+        QStringList names;
+        for (int p = 0; 2 * p + 1 < list->rowStack()->count(); ++p)
+            names << list->rowStack()->viewAt(2 * p + 1)->getName();
+        return names;
+    };
+    EXPECT_EQ(cellEdges(), header->dividerPositions());
+    press(QPoint(102, 10));
+    drag(QPoint(132, 10));
+    release(QPoint(132, 10));
+    EXPECT_EQ(cellEdges(), header->dividerPositions());
+    EXPECT_EQ(cellEdges()[0], 132);
+
+    press(QPoint(50, 10)); // "Name", now 130 wide: its right edge past the middle of "Kind"
+    drag(QPoint(190, 10));
+    release(QPoint(190, 10));
+    EXPECT_EQ(cellNames(), (QStringList{"Duration", "Kind", "Name"}));
+    EXPECT_EQ(cellEdges(), header->dividerPositions());
 }
 
 TEST_F(HeaderTest, AClickSortsAndARightClickDoesNot)
