@@ -192,7 +192,7 @@ long Kel_Header::columnAt(int position) const
 
 long Kel_Header::shownWidth(long column) const
 {
-    return std::max(mWidth->element<long>(column, 0), mMinWidth->element<long>(column, 0));
+    return std::max({0L, mWidth->element<long>(column, 0), mMinWidth->element<long>(column, 0)});
 }
 
 QString Kel_Header::labelText(long column) const
@@ -467,6 +467,7 @@ void Kel_Header::startColumnDrag(int position, const QPoint& pressAt)
     mDrag.active = true;
     mDrag.grabOffset = pressAt.x() - columnLeft(position);
     mDrag.width = int(shownWidth(column));
+    mDrag.column = column;
     mDrag.startPosition = position;
     mDrag.position = position;
 
@@ -520,6 +521,12 @@ void Kel_Header::trackColumnDrag(const QPoint& at)
 {
     if (!mDrag.active)
         return;
+    // Columns hidden, shown or moved by someone else under the drag: where
+    // the dragged column is, and where it started, are no longer known.
+    if (columnAt(mDrag.position) != mDrag.column) {
+        stopColumnDrag();
+        return;
+    }
     const int left = at.x() - mDrag.grabOffset;
     placeOverlay(left);
 
@@ -543,10 +550,6 @@ void Kel_Header::trackColumnDrag(const QPoint& at)
     const int b = columnIndexForPos(QPoint(right, 0));
     const int n = int(visibleCount());
     const int c = mDrag.position;
-    if (c >= n) { // the columns changed under the drag
-        stopColumnDrag();
-        return;
-    }
     int target = c;
     if (a >= 0 && a < n - 1 && a <= c && b <= c)
         target = left >= centerOfColumn(a) ? a + 1 : a; // moving left

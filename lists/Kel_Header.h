@@ -210,6 +210,7 @@ private:
         bool active = false;
         int grabOffset = 0;
         int width = 0;
+        long column = -1;
         int startPosition = -1;
         int position = -1;
         bool cancelled = false;
