@@ -2,6 +2,7 @@
 
 #include "Kel_FontManager.h"
 #include "Kel_PopupMenu.h"
+#include "Kel_WhatsThis.h"
 #include "Kel_TransparentOverlay.h"
 #include "Ost_Resource.h"
 #include "Ost_Setting.h"
@@ -55,6 +56,7 @@ Kel_Header::Kel_Header(QWidget* parent, const char* name) : QWidget(parent)
     setObjectName(QString::fromLatin1(name));
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    Kel_WhatsThis::setBestWhatsThisName(this, "Kel_Header");
 
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{
              &mColumns, &mVisibleContainer, &mVisibleColumns, &mColumnBeingDragged})
@@ -261,6 +263,30 @@ int Kel_Header::centerOfColumn(int position)
         return -1;
     const int cellLeft = columnLeft(position) + kInset;
     return (cellLeft + mDividers[position]) / 2;
+}
+
+bool Kel_Header::findPoi(const QString& dottedName, QRect* globalRect)
+{
+    QRect found;
+    if (dottedName.isEmpty() || dottedName == objectName()) {
+        found = rect();
+    } else {
+        validateDividerList();
+        for (int p = 0; p < mDividers.size() && found.isNull(); ++p) {
+            const long column = columnAt(p);
+            if (dottedName != mIdentifier->element<QString>(column) && dottedName != labelText(column))
+                continue;
+            const int left = columnLeft(p) + kInset;
+            found = QRect(left, 0, mDividers[p] - left, height()).intersected(rect());
+            if (found.isNull())
+                return false; // scrolled out of sight
+        }
+        if (found.isNull())
+            return false;
+    }
+    if (globalRect)
+        *globalRect = QRect(mapToGlobal(found.topLeft()), found.size());
+    return true;
 }
 
 QFont Kel_Header::labelFont() const

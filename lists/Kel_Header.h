@@ -4,6 +4,7 @@
 #include "kelcore_export.h"
 
 #include "Kel_BoundProperty.h"
+#include "Kel_IPointOfInterestFinder.h"
 #include "Kel_PopupMenu.h"
 #include "Kel_TransparentOverlay.h"
 #include "Kel_WidgetConnectInterface.h"
@@ -29,7 +30,7 @@ class QAction;
 // and hides, shows or adds columns from the context menu. Every gesture is a
 // message to the column data model named by the column base name; the header
 // and the lists on the same model follow the model.
-class KELCORE_EXPORT Kel_Header : public QWidget, public Kel_WidgetConnectInterface
+class KELCORE_EXPORT Kel_Header : public QWidget, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
     Q_PROPERTY(QByteArray columnBaseConnection READ getColumnBaseConnectionSpec WRITE setColumnBaseConnectionSpec)
@@ -93,6 +94,10 @@ public:
     Kel_TransparentOverlay* columnDragOverlay() const { return mDrag.overlay; }
     bool isDraggingColumn() const { return mDrag.active; }
     bool isDraggingDivider() const { return mDivider.active; }
+
+    // The header (its object name) or the label of a visible column named
+    // by its identifier or its label, for guided help.
+    bool findPoi(const QString& dottedName, QRect* globalRect) override;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

@@ -152,6 +152,15 @@ TEST_F(HeaderTest, DividersFollowWidthsMarginAndOffset)
     EXPECT_EQ(header->dividerPositions(), (QVector<int>{88, 173, 238}));
     EXPECT_EQ(header->dividerIndexForPos(90), 0);
     EXPECT_EQ(header->centerOfColumn(1), (93 + 173) / 2);
+
+    // Guided help finds a label by identifier or text, where it is shown.
+    QRect found;
+    ASSERT_TRUE(header->findPoi(QStringLiteral("Duration"), &found));
+    EXPECT_EQ(found, QRect(header->mapToGlobal(QPoint(93, 0)), QSize(80, kHeaderHeight)));
+    ASSERT_TRUE(header->findPoi(QStringLiteral("duration"), &found));
+    EXPECT_FALSE(header->findPoi(QStringLiteral("colour"), &found)); // hidden
+    header->setOffset(300, false);
+    EXPECT_FALSE(header->findPoi(QStringLiteral("name"), &found)); // scrolled away
 }
 
 TEST_F(HeaderTest, APressTwoPixelsFromADividerResizesAndThreePixelsAwayIsALabelPress)
