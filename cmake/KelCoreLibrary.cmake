@@ -327,6 +327,7 @@ set(KELCORE_LISTS_SOURCES
   Kel_ListViewCell.cpp
   Kel_ListViewWidget.cpp
   Kel_ListWithColumns.cpp
+  Kel_ListWithColumnsWidget.cpp
   Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
@@ -340,6 +341,7 @@ set(KELCORE_LISTS_HEADERS
   Kel_ListViewCell.h
   Kel_ListViewWidget.h
   Kel_ListWithColumns.h
+  Kel_ListWithColumnsWidget.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
   Kel_Header.h

@@ -14,10 +14,16 @@ const int kDefaultFieldWidth = 120;
 
 } // namespace
 
-Kel_ListViewWidget::Kel_ListViewWidget(QWidget* parent, const char* name) : Kel_BridgeQScrollArea(parent)
+Kel_ListViewWidget::Kel_ListViewWidget(QWidget* parent, const char* name)
+    : Kel_ListViewWidget(parent, name, new Kel_ListView)
+{
+}
+
+Kel_ListViewWidget::Kel_ListViewWidget(QWidget* parent, const char* name, Kel_ListView* list)
+    : Kel_BridgeQScrollArea(parent)
 {
     setObjectName(QString::fromLatin1(name));
-    setChild(new Kel_ListView);
+    setChild(list);
 }
 
 Kel_ListViewWidget::~Kel_ListViewWidget() = default;

@@ -58,6 +58,9 @@ public:
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
 
 protected:
+    // Hosts list (owned) instead of a plain list view: for derived widgets.
+    Kel_ListViewWidget(QWidget* parent, const char* name, Kel_ListView* list);
+
     // Keeps the list's port size, and so its row width, equal to the visible area.
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -4,6 +4,7 @@
 #include "Kel_SimpleFactoryEntry.h"
 
 #include "Kel_ListViewWidget.h"
+#include "Kel_ListWithColumnsWidget.h"
 
 namespace {
 
@@ -11,6 +12,7 @@ namespace {
 void registerListWidgets()
 {
     Kel_SimpleFactoryEntry<Kel_ListViewWidget, false>::registerClass("Kel_ListViewWidget", "List of the rows of an array model, with published selection");
+    Kel_SimpleFactoryEntry<Kel_ListWithColumnsWidget, false>::registerClass("Kel_ListWithColumnsWidget", "List of the rows of an array model, one cell per column of a column data model");
 }
 
 const struct Registration

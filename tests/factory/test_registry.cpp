@@ -56,9 +56,9 @@ TEST(FactoryRegistry, LibraryClassesAreRegisteredAtLoad)
         {"Kel_TCLabel", "Timecode widget for monitor pane"},
         {"Kel_TextEdit", "QTextEdit connected to or published as string data model"},
     };
-    // The whole table, in ascending order, and the two classes forms use
-    // beyond it.
-    QStringList expected{"Kel_ListViewWidget", "Kel_StandardRadioButton"};
+    // The whole table, in ascending order, and the classes forms use beyond
+    // it.
+    QStringList expected{"Kel_ListViewWidget", "Kel_ListWithColumnsWidget", "Kel_StandardRadioButton"};
     for (const auto& c : library)
         expected.append(QString::fromLatin1(c.first));
     expected.sort();

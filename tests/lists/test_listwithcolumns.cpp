@@ -7,6 +7,9 @@
 #include "Kel_ColumnSeparatorView.h"
 #include "Kel_HStackView.h"
 #include "Kel_ListWithColumns.h"
+#include "Kel_ListWithColumnsWidget.h"
+#include "Kel_FactoryEntryInterface.h"
+#include "Kel_QtWidgetFactoryRegistry.h"
 #include "Kel_TextView.h"
 #include "Mv_ConnectionDict.h"
 #include "Mve_Action.h"
@@ -410,6 +413,50 @@ TEST_F(ColumnListTest, RandomColumnEditsKeepTheRowInOrder)
         SCOPED_TRACE(step);
         ASSERT_EQ(cells(), expected);
     }
+}
+
+TEST(ListWithColumnsWidget, FormsShowTextColumnsOfTheRecordFields)
+{
+    Mve_RecordArray clips(QStringLiteral("ColTest.FormClips"));
+    clips.addField<QString>(QStringLiteral("name"));
+    clips.addField<QString>(QStringLiteral("kind"));
+    clips.Publish();
+    clips.insertRows(0, 3);
+    clips.setValue<QString>(1, QStringLiteral("kind"), QStringLiteral("audio"));
+    Kel_ColumnDataModel columns(QStringLiteral("ColTest.FormColumns"));
+    Kel_ColumnDataModel::Column kind;
+    kind.label = QStringLiteral("Kind");
+    kind.width = 90;
+    kind.connectionEnvironmentVars = QStringLiteral("Field=kind");
+    columns.addColumn(kind);
+    columns.publish();
+
+    Kel_FactoryEntryInterface* entry = Kel_QtWidgetFactoryRegistry::getEntry(QStringLiteral("Kel_ListWithColumnsWidget"));
+    ASSERT_TRUE(entry);
+    std::unique_ptr<QWidget> widget(entry->create(nullptr, QStringLiteral("Bin"), false));
+    auto* listWidget = qobject_cast<Kel_ListWithColumnsWidget*>(widget.get());
+    ASSERT_TRUE(listWidget);
+    widget->setProperty("listConnection", QByteArray("ColTest.FormClips"));
+    widget->setProperty("columnDataModel", QByteArray("ColTest.FormColumns"));
+    widget->setProperty("rowHeight", 22);
+    widget->setProperty("selectionMode", 0);
+    EXPECT_EQ(widget->property("columnDataModel").toByteArray(), QByteArray("ColTest.FormColumns"));
+    listWidget->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    widget->resize(300, 120);
+    widget->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(widget.get()));
+
+    Kel_ListWithColumns* list = listWidget->columnsView();
+    ASSERT_TRUE(list && list->rowStack());
+    ASSERT_EQ(list->rowStack()->count(), 3);
+    EXPECT_EQ(list->getCellHeight(), 22);
+    QTest::mouseClick(listWidget->viewportWidget(), Qt::LeftButton, Qt::NoModifier, QPoint(10, 22 + 5));
+    EXPECT_TRUE(list->IsRowSelected(1));
+    auto* text = dynamic_cast<Kel_TextView*>(list->rowStack()->viewAt(1));
+    ASSERT_TRUE(text);
+    text->updateAppearance();
+    EXPECT_EQ(text->getText(), QStringLiteral("audio"));
+    EXPECT_EQ(text->getWidth(), 90);
 }
 
 } // namespace
