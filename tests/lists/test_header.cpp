@@ -388,6 +388,26 @@ TEST_F(HeaderTest, TheContextMenuHidesShowsAndAddsColumnsWhereItWasOpened)
     ASSERT_TRUE(choose(390, QStringLiteral("Copy")));
     EXPECT_EQ(chosen, (QStringList{"action1:paste@0", "action0:copy@-1"}));
 
+    // Items of one submenu title share a submenu, reached with the keys.
+    header->clearContextMenuItems();
+    header->addContextMenuItem(QStringLiteral("As CSV"), QStringLiteral("csv"), QStringLiteral("Export"));
+    header->addContextMenuItem(QStringLiteral("As XML"), QStringLiteral("xml"), QStringLiteral("Export"));
+    const QStringList texts = menuTexts(150);
+    EXPECT_EQ(texts.mid(texts.size() - 2), (QStringList{"-", "Export"}));
+    press(QPoint(150, 10), Qt::RightButton);
+    release(QPoint(150, 10), Qt::RightButton);
+    Kel_PopupMenu* menu = header->contextMenu();
+    ASSERT_NE(menu, nullptr);
+    QMenu* exportMenu = menu->actions().last()->menu();
+    ASSERT_NE(exportMenu, nullptr);
+    ASSERT_EQ(exportMenu->actions().size(), 2);
+    menu->setActiveAction(menu->actions().last());
+    QTest::keyClick(menu, Qt::Key_Right);
+    QTest::keyClick(exportMenu, Qt::Key_Down);
+    QTest::keyClick(exportMenu, Qt::Key_Return);
+    QApplication::processEvents();
+    EXPECT_EQ(chosen.mid(2), (QStringList{"xml@1"}));
+
     // Without the privilege to create properties there is no "New Column".
     QFile settings(resources.filePath(QStringLiteral("Settings.xml")));
     ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
