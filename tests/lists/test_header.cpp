@@ -85,13 +85,14 @@ protected:
     {
         QTest::mouseRelease(header, button, Qt::NoModifier, at);
     }
-    // A move with the left button held.
-    void drag(const QPoint& to)
+    // A move with the left button held (or, hovering, none), delivered at
+    // once also where a display server would send the pointer's moves later.
+    void drag(const QPoint& to, Qt::MouseButtons buttons = Qt::LeftButton)
     {
-        QMouseEvent move(QEvent::MouseMove, to, header->mapToGlobal(to), Qt::NoButton, Qt::LeftButton,
-                         Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, to, header->mapToGlobal(to), Qt::NoButton, buttons, Qt::NoModifier);
         QApplication::sendEvent(header, &move);
     }
+    void hover(const QPoint& to) { drag(to, Qt::NoButton); }
     long width(long column) const { return model->column(column).width; }
     std::vector<long> order() const { return model->visibleColumns(); }
     bool overlayShown() const { return header->columnDragOverlay() && header->columnDragOverlay()->isVisible(); }
@@ -251,9 +252,9 @@ TEST_F(HeaderTest, AColumnDraggedLeftLandsWhereItsLeftEdgePassesACentre)
 
 TEST_F(HeaderTest, HoveringADividerShowsTheSplitCursorAndAnOverlayComesFromTheCallback)
 {
-    QTest::mouseMove(header, QPoint(186, 10));
+    hover(QPoint(186, 10));
     EXPECT_EQ(header->cursor().shape(), Qt::SplitHCursor);
-    QTest::mouseMove(header, QPoint(150, 10));
+    hover(QPoint(150, 10));
     EXPECT_EQ(header->cursor().shape(), Qt::ArrowCursor);
 
     QPointer<Kel_TransparentOverlay> made;
