@@ -1,5 +1,8 @@
 #include "BenchSupport.h"
 
+#include <QImage>
+#include <QWidget>
+
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
@@ -84,6 +87,27 @@ bool printRatio(const char* name, const Result& r, double target)
     printLine(name, formatTime(r.kelNs), formatTime(r.qtNs), QString::number(r.ratio, 'f', 2),
               QStringLiteral("ratio <= %1").arg(target, 0, 'f', 1), met);
     return met;
+}
+
+Result comparePaint(QWidget* kel, QWidget* qt, const QSize& size)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    return compare(
+        [&] {
+            const double start = nowNs();
+            kel->render(&image);
+            return nowNs() - start;
+        },
+        [&] {
+            const double start = nowNs();
+            qt->render(&image);
+            return nowNs() - start;
+        });
+}
+
+int middleListRow(int n, int rowHeight, int visibleRows)
+{
+    return std::min(n / 2, 16000000 / rowHeight - visibleRows * 2);
 }
 
 void settleHeap()

@@ -10,6 +10,9 @@
 // ascending number; --case N runs one.
 #include <QString>
 
+class QSize;
+class QWidget;
+
 #include <functional>
 #include <vector>
 
@@ -41,6 +44,14 @@ struct Result
 // alternately, after one untimed warm-up run each. The side that goes first
 // alternates, so neither always runs on a cold cache.
 Result compare(const std::function<double()>& kel, const std::function<double()>& qt);
+
+// Times painting two widgets of the same size, each rendered whole into an
+// image of that size, as compare does.
+Result comparePaint(QWidget* kel, QWidget* qt, const QSize& size);
+
+// The row a list benchmark scrolls to: the middle of n rows, or as far down
+// as a list's content (16,000,000 pixels at most) reaches.
+int middleListRow(int n, int rowHeight, int visibleRows);
 
 QString formatTime(double ns);
 

@@ -9,7 +9,6 @@
 #include "Mve_RecordArray.h"
 
 #include <QApplication>
-#include <QImage>
 #include <QKeyEvent>
 #include <QListView>
 #include <QScrollBar>
@@ -135,26 +134,14 @@ ListFigures benchListOfSize(int n)
     qtWindow.show();
     QCoreApplication::processEvents();
 
-    // The middle row, as far as a list's content (16,000,000 pixels at most) reaches.
-    const int middle = qMin(n / 2, 16000000 / kListRowHeight - kListVisibleRows * 2);
+    const int middle = middleListRow(n, kListRowHeight, kListVisibleRows);
     bridge->verticalScrollBar()->setValue(middle * kListRowHeight);
     view->scrollTo(qtModel.index(middle), QAbstractItemView::PositionAtTop);
     QCoreApplication::processEvents();
 
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
     ListFigures figures;
     figures.listBytes = listBytes;
-    figures.paint = compare(
-        [&] {
-            const double start = nowNs();
-            bridge->render(&image);
-            return nowNs() - start;
-        },
-        [&] {
-            const double start = nowNs();
-            view->render(&image);
-            return nowNs() - start;
-        });
+    figures.paint = comparePaint(bridge, view, size);
 
     list->SetSelected(middle, false, Qt::NoModifier);
     view->setCurrentIndex(qtModel.index(middle));

@@ -12,7 +12,6 @@
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QHeaderView>
-#include <QImage>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -120,8 +119,7 @@ Result benchColumnsOfSize(int n)
     qtWindow.show();
     QCoreApplication::processEvents();
 
-    // The middle row, as far as a list's content (16,000,000 pixels at most) reaches.
-    const int middle = qMin(n / 2, 16000000 / kRowHeight - kVisibleRows * 2);
+    const int middle = middleListRow(n, kRowHeight, kVisibleRows);
     bridge->verticalScrollBar()->setValue(middle * kRowHeight);
     table->scrollTo(model.index(middle, 0), QAbstractItemView::PositionAtTop);
     QCoreApplication::processEvents();
@@ -129,18 +127,7 @@ Result benchColumnsOfSize(int n)
     if (!list->rowStack() || list->rowStack()->count() != 2 * kColumns + 1 || list->GetNumItems() != n)
         broken("case 9: the columned list did not build its row of 20 columns over the whole array");
 
-    QImage image(size, QImage::Format_ARGB32_Premultiplied);
-    const Result paint = compare(
-        [&] {
-            const double start = nowNs();
-            bridge->render(&image);
-            return nowNs() - start;
-        },
-        [&] {
-            const double start = nowNs();
-            table->render(&image);
-            return nowNs() - start;
-        });
+    const Result paint = comparePaint(bridge, table, size);
     // The cells read their rows: the first one was last painted showing a
     // row near the middle.
     const auto* first = dynamic_cast<Kel_TextView*>(list->rowStack()->viewAt(1));

@@ -108,9 +108,11 @@ void Kel_ListWithColumns::makeConnections(boost::shared_ptr<const Mv_ConnectionE
                                                     &mLabel, &mViewType, &mWidth, &mReadOnlyFlags,
                                                     &mEnvironmentVars, &mMinWidth});
     mConnecting = false;
+    // The list would connect the old row in its plain cell environment,
+    // without the columns' variables; the row is built anew afterwards.
+    if (rowStack())
+        SetRowView(nullptr);
     Kel_ListView::makeConnections(environment);
-    // The list connected the old row view in its plain cell environment;
-    // cells need their columns' variables too.
     BuildRowView();
 }
 
@@ -285,7 +287,9 @@ void Kel_ListWithColumns::handleVisibleColumnsMessage(const Mv_MessageInterface&
 
 void Kel_ListWithColumns::handleWidthMessage(const Mv_MessageInterface& message)
 {
-    if (const auto* changed = message.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>()) {
+    if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>()) {
+        rebuildUnlessConnecting();
+    } else if (const auto* changed = message.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>()) {
         const long p = positionOfColumn(changed->index());
         if (p >= 0)
             applyWidth(p);
@@ -541,11 +545,13 @@ void Kel_ListWithColumns::keyPressEvent(QKeyEvent* event)
 {
     if (!event)
         return;
-    switch (event->key()) {
+    // A list that selects nothing takes no keys, cells or not.
+    const int key = getSelectionMode() == None ? Qt::Key_unknown : event->key();
+    switch (key) {
     case Qt::Key_Up:
     case Qt::Key_Down:
         event->accept();
-        changeGridSelection(event->key() == Qt::Key_Up ? kGridUp : kGridDown);
+        changeGridSelection(key == Qt::Key_Up ? kGridUp : kGridDown);
         return;
     case Qt::Key_Tab:
         event->accept();
@@ -581,7 +587,7 @@ void Kel_ListWithColumns::keyPressEvent(QKeyEvent* event)
 
 bool Kel_ListWithColumns::event(QEvent* event)
 {
-    if (event && event->type() == QEvent::KeyPress && mGridRow >= 0) {
+    if (event && event->type() == QEvent::KeyPress && mGridRow >= 0 && getSelectionMode() != None) {
         auto* key = static_cast<QKeyEvent*>(event);
         if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) {
             keyPressEvent(key);

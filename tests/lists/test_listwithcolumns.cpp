@@ -152,6 +152,28 @@ TEST_F(ColumnListTest, BuildsABlankThenACellAndSeparatorPerVisibleColumn)
     EXPECT_EQ(static_cast<Kel_TextView*>(stack()->viewAt(1))->getText(), QStringLiteral("clip2"));
     EXPECT_EQ(static_cast<Kel_TextView*>(stack()->viewAt(3))->getText(), QStringLiteral("tape2"));
     EXPECT_EQ(list->getMinSize().width(), 2 + 80 + 60 + 70 + 3 * 5) << "the cells' extent, not the port's";
+
+    // A copy follows the same columns once connected.
+    std::unique_ptr<Kel_ListWithColumns> copy(static_cast<Kel_ListWithColumns*>(list->clone()));
+    copy->SetSelectionConnectionName(QStringLiteral("ColTest.Copy"));
+    copy->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
+    ASSERT_TRUE(copy->rowStack());
+    columns.hideColumn(1);
+    EXPECT_EQ(copy->rowStack()->count(), 5);
+    EXPECT_EQ(copy->rowStack()->viewAt(3)->getName(), QStringLiteral("Duration"));
+}
+
+TEST_F(ColumnListTest, FollowsTheColumnModelAwayAndBack)
+{
+    columns.unpublish();
+    EXPECT_EQ(stack()->count(), 1) << "only the blank is left";
+    columns.hideColumn(0);
+    ASSERT_TRUE(columns.publish());
+    EXPECT_EQ(cells(), QStringList({"Tape", "Duration"}));
+    columns.setBaseName(QStringLiteral("ColTest.Elsewhere"));
+    EXPECT_EQ(stack()->count(), 1);
+    columns.setBaseName(QStringLiteral("ColTest.Cols"));
+    EXPECT_EQ(cells(), QStringList({"Tape", "Duration"}));
 }
 
 TEST_F(ColumnListTest, UnnamedAndUnknownColumnsKeepTheirPlace)
@@ -303,6 +325,16 @@ TEST_F(ColumnListTest, TabWalksTheEditableCellsAndLeavesTheGridAtTheEnds)
     key(Qt::Key_Tab);
     EXPECT_EQ(grid(), std::make_pair(-1L, -1L)) << "past the last cell: out of the grid";
     EXPECT_TRUE(selection().isEmpty());
+
+    // With one editable column a walk comes round to it and stays put.
+    columns.setReadOnly(2, true);
+    columns.hideColumn(2);
+    columns.showColumn(2, 2);
+    QTest::mouseClick(content(), Qt::LeftButton, Qt::NoModifier, cellPoint(1, 0));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(grid(), std::make_pair(1L, 0L));
+    key(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(grid(), std::make_pair(1L, 0L));
 }
 
 TEST_F(ColumnListTest, ReadOnlyCellsAndEscapeLeaveNoGridCell)
@@ -327,6 +359,14 @@ TEST_F(ColumnListTest, ReadOnlyCellsAndEscapeLeaveNoGridCell)
     EXPECT_EQ(list->GetCellAt(QPoint(1, 47 + 3), &row, &column), stack()->viewAt(0));
     EXPECT_EQ(std::make_pair(row, column), std::make_pair(1L, -1L));
     EXPECT_EQ(list->GetCellAt(QPoint(1, 4 * 47), &row, &column), nullptr);
+
+    // A list that selects nothing leaves every key to its widget.
+    list->setSelectionMode(Kel_ListView::None);
+    QTest::mouseClick(content(), Qt::LeftButton, Qt::NoModifier, cellPoint(1, 0));
+    key(Qt::Key_Down);
+    EXPECT_EQ(list->gridRow(), 1);
+    key(Qt::Key_Tab);
+    EXPECT_TRUE(after->hasFocus());
 }
 
 TEST_F(ColumnListTest, ReturnRunsTheEnterActionOnlyOutsideTheGrid)
