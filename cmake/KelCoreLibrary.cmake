@@ -331,6 +331,7 @@ set(KELCORE_LISTS_SOURCES
   Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
+  Kel_Header.cpp
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ColumnDataModel.h
@@ -343,6 +344,7 @@ set(KELCORE_LISTS_HEADERS
   Kel_ListWithColumnsWidget.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
+  Kel_Header.h
 )
 
 kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)
