@@ -2,7 +2,8 @@
 // header above it. The columns are described once, in a column data model;
 // the header and the list both follow it, so resizing, reordering, sorting,
 // hiding and showing columns in the header change the list at once. The
-// published selection drives a label.
+// published selection drives a label, and selected clips dragged by their
+// name land in a drop area that lists them.
 #include "DemoPanel.h"
 
 #include "Kel_BridgeQScrollArea.h"
@@ -19,6 +20,12 @@
 #include "Mve_SimpleValue.h"
 
 #include <QApplication>
+#include <QDomDocument>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QMimeData>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -33,7 +40,7 @@ const int kRowHeight = 22;
 const int kClipCount = 300;
 
 // The kinds of cells the columns can ask for.
-enum CellType : int { kTextCell = 0, kRightTextCell = 1, kNumberCell = 2, kSwatchCell = 3 };
+enum CellType : int { kTextCell = 0, kRightTextCell = 1, kNumberCell = 2, kSwatchCell = 3, kClipNameCell = 4 };
 
 // One clip as the sort reads and writes it.
 struct Clip
@@ -86,7 +93,7 @@ struct ClipBinModels
         selectionText.Publish();
 
         addColumn(QStringLiteral("color"), QStringLiteral("Colour"), 56, 24, kSwatchCell);
-        addColumn(QStringLiteral("name"), QStringLiteral("Name"), 190, 80, kTextCell);
+        addColumn(QStringLiteral("name"), QStringLiteral("Name"), 190, 80, kClipNameCell);
         addColumn(QStringLiteral("duration"), QStringLiteral("Duration"), 100, 60, kRightTextCell);
         addColumn(QStringLiteral("kind"), QStringLiteral("Kind"), 80, 40, kTextCell);
         addColumn(QStringLiteral("number"), QStringLiteral("Clip #"), 60, 40, kNumberCell, false);
@@ -225,6 +232,89 @@ private:
     Kel_BoundProperty<Mvt_SimpleValue<QColor>::Listener> mColor;
 };
 
+// The name cell: a drag that starts on it carries the selected clips, each
+// as a <Clip> element with a picture of its name.
+class ClipNameView : public Kel_TextView
+{
+public:
+    ClipNameView() { bindRowFields(); }
+    ClipNameView(const ClipNameView& other) : Kel_TextView(other) { bindRowFields(); }
+    Kel_ViewInterface* clone() override { return new ClipNameView(*this); }
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> env) override
+    {
+        Kel_TextView::makeConnections(env);
+        Kel_BoundPropertyBase::connectAll(env, {&mName, &mDuration, &mKind});
+    }
+    bool canDrag(const QPoint&) override { return true; }
+    QDomElement getDragData(QPoint, QDomDocument& document, QPixmap& pixmap) override
+    {
+        QDomElement clip = document.createElement(QStringLiteral("Clip"));
+        clip.setAttribute(QStringLiteral("name"), mName->value());
+        clip.setAttribute(QStringLiteral("duration"), mDuration->value());
+        clip.setAttribute(QStringLiteral("kind"), mKind->value());
+        pixmap = QPixmap(getSize());
+        pixmap.fill(QColor(240, 244, 250));
+        QPainter painter(&pixmap);
+        drawContents(&painter, getLocalDrawingRect());
+        return clip;
+    }
+
+private:
+    void bindRowFields()
+    {
+        mName.setSpec(QStringLiteral("ClipBin.Clips.name[$Row]"));
+        mDuration.setSpec(QStringLiteral("ClipBin.Clips.duration[$Row]"));
+        mKind.setSpec(QStringLiteral("ClipBin.Clips.kind[$Row]"));
+    }
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mName;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mDuration;
+    Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mKind;
+};
+
+// Lists the clips of every list drag dropped on it.
+class DropArea : public QListWidget
+{
+public:
+    explicit DropArea(QWidget* parent) : QListWidget(parent)
+    {
+        setObjectName(QStringLiteral("ClipDropArea"));
+        setAcceptDrops(true);
+        setDragDropMode(QAbstractItemView::DropOnly);
+        addItem(QStringLiteral("Drop clips here"));
+    }
+
+protected:
+    static bool isClipList(const QMimeData* data)
+    {
+        return data && data->hasText() && data->text().contains(QStringLiteral("<mobIDDragObjectList"));
+    }
+    void dragEnterEvent(QDragEnterEvent* event) override
+    {
+        if (isClipList(event->mimeData()))
+            event->acceptProposedAction();
+    }
+    void dragMoveEvent(QDragMoveEvent* event) override
+    {
+        if (isClipList(event->mimeData()))
+            event->acceptProposedAction();
+    }
+    void dropEvent(QDropEvent* event) override
+    {
+        QDomDocument document;
+        if (!isClipList(event->mimeData()) || !document.setContent(event->mimeData()->text()))
+            return;
+        clear();
+        const QDomElement root = document.documentElement();
+        for (QDomElement clip = root.firstChildElement(QStringLiteral("Clip")); !clip.isNull();
+             clip = clip.nextSiblingElement(QStringLiteral("Clip"))) {
+            addItem(QStringLiteral("%1  (%2, %3)")
+                        .arg(clip.attribute(QStringLiteral("name")), clip.attribute(QStringLiteral("duration")),
+                             clip.attribute(QStringLiteral("kind"))));
+        }
+        event->acceptProposedAction();
+    }
+};
+
 // The cell prototypes, one per cell type; each shows "$Field[$Row]".
 Kel_ListWithColumns::ViewTypeMap cellTypes()
 {
@@ -240,6 +330,10 @@ Kel_ListWithColumns::ViewTypeMap cellTypes()
     number->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     types[kNumberCell] = number;
     types[kSwatchCell] = std::make_shared<SwatchView>();
+    auto name = std::make_shared<ClipNameView>();
+    name->SetNameConnection(QStringLiteral("$Field[$Row]"));
+    name->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    types[kClipNameCell] = name;
     return types;
 }
 
@@ -248,10 +342,14 @@ QWidget* createClipBinPanel(QWidget* parent)
     ClipBinModels::instance();
     auto* page = new QWidget(parent);
     auto* layout = new QVBoxLayout(page);
-    layout->addWidget(new QLabel(QStringLiteral(
+    auto* intro = new QLabel(QStringLiteral(
         "A columned list over %1 clips. Drag a divider in the header to resize a column, drag a label to move "
         "it, click a label to sort (again to reverse), right-click for hiding, showing and adding columns. "
-        "Click, Control-click and Shift-click select rows.").arg(kClipCount), page));
+        "Click, Control-click and Shift-click select rows; drag selected clips by their name to the drop area.")
+                                 .arg(kClipCount),
+                             page);
+    intro->setWordWrap(true);
+    layout->addWidget(intro);
 
     auto* count = new Kel_Label(page, "ClipBinSelectionLabel");
     count->setTextConnectionSpec("ClipBin.SelectionText");
@@ -281,7 +379,10 @@ QWidget* createClipBinPanel(QWidget* parent)
     column->setSpacing(0);
     column->addWidget(header);
     column->addWidget(bin, 1);
-    layout->addLayout(column, 1);
+    auto* row = new QHBoxLayout;
+    row->addLayout(column, 3);
+    row->addWidget(new DropArea(page), 1);
+    layout->addLayout(row, 1);
 
     Kel_ConnectionUtils::recursiveConnect(page, Mv_ConnectionEnvironment::blankEnvironment());
     return page;
