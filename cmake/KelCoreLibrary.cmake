@@ -112,6 +112,8 @@ set(KELCORE_VIEWS_SOURCES
   Kel_SelectableView.cpp
   Kel_StackViewBase.cpp
   Kel_VStackView.cpp
+  Kel_ViewAccessibility.cpp
+  Kel_ViewAccessible.cpp
 )
 set(KELCORE_VIEWS_HEADERS
   Kel_BlankView.h
@@ -130,6 +132,10 @@ set(KELCORE_VIEWS_HEADERS
   Kel_SelectableView.h
   Kel_StackViewBase.h
   Kel_VStackView.h
+  Kel_ViewAccessibility.h
+)
+set(KELCORE_VIEWS_PRIVATE_HEADERS
+  Kel_ViewAccessible_p.h
 )
 
 # menu/: menus, menu bars and their segments
@@ -326,6 +332,8 @@ set(KELCORE_LISTS_SOURCES
   Kel_ListsFactoryRegistration.cpp
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
+  Kel_ListViewAccessible.cpp
+  Kel_ListsAccessibility.cpp
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ListView.h
@@ -333,6 +341,9 @@ set(KELCORE_LISTS_HEADERS
   Kel_ListViewWidget.h
   Kel_WidgetList.h
   Kel_WidgetStack.h
+)
+set(KELCORE_LISTS_PRIVATE_HEADERS
+  Kel_ListViewAccessible_p.h
 )
 
 kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)
