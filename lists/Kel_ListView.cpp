@@ -611,7 +611,7 @@ bool Kel_ListView::SetSelected(long row, bool all, Qt::KeyboardModifiers modifie
         setCurrentCell(row);
         // A reader follows the row the keys (or a click) moved to.
         QWidget* bridge = getBridgeWidget();
-        if (QAccessible::isActive() && bridge && bridge->hasFocus())
+        if (Kel_ViewAccessibility::reportsEvents() && bridge && bridge->hasFocus())
             Kel_ViewAccessibility::notifyFocus(this);
     }
 
@@ -748,7 +748,7 @@ void Kel_ListView::storeSelection(SelectionList selection)
     mSelectionListP->setValue(selection);
     if (!guard.alive())
         return;
-    if (QAccessible::isActive())
+    if (Kel_ViewAccessibility::reportsEvents())
         Kel_ListViewAccessible::selectionChanged(this, QList<long>(changed.begin(), changed.end()), many);
     if (many) {
         mStaleRect = getLocalDrawingRect();

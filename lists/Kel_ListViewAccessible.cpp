@@ -354,14 +354,14 @@ void Kel_ListViewAccessible::modelChange(QAccessibleTableModelChangeEvent* event
 
 void Kel_ListViewAccessible::selectionChanged(Kel_ListView* list, const QList<long>& changedRows, bool many)
 {
-    if (!QAccessible::isActive())
+    if (!Kel_ViewAccessibility::reportsEvents())
         return;
     auto* table = dynamic_cast<Kel_ListViewAccessible*>(Kel_ViewAccessibility::interfaceFor(list));
     if (!table)
         return;
     if (many) {
         QAccessibleEvent event(table, QAccessible::SelectionWithin);
-        QAccessible::updateAccessibility(&event);
+        Kel_ViewAccessibility::send(&event);
         return;
     }
     const bool single = list->GetRowSelectionListSize() == 1;
@@ -372,7 +372,7 @@ void Kel_ListViewAccessible::selectionChanged(Kel_ListView* list, const QList<lo
         const bool selected = list->IsRowSelected(row);
         QAccessibleEvent event(cell, selected ? (single ? QAccessible::Selection : QAccessible::SelectionAdd)
                                               : QAccessible::SelectionRemove);
-        QAccessible::updateAccessibility(&event);
+        Kel_ViewAccessibility::send(&event);
     }
 }
 
@@ -382,7 +382,7 @@ void Kel_ListViewAccessible::rowsReplaced(Kel_ListView* list, long first, long r
     if (!table)
         return;
     table->forgetCells();
-    if (!QAccessible::isActive())
+    if (!Kel_ViewAccessibility::reportsEvents())
         return;
     const long removed = removedEnd - first;
     QAccessibleTableModelChangeEvent event(table, QAccessibleTableModelChangeEvent::ModelReset);
@@ -395,12 +395,12 @@ void Kel_ListViewAccessible::rowsReplaced(Kel_ListView* list, long first, long r
         event.setFirstRow(int(first));
         event.setLastRow(int(removedEnd - 1));
     }
-    QAccessible::updateAccessibility(&event);
+    Kel_ViewAccessibility::send(&event);
 }
 
 void Kel_ListViewAccessible::rowChanged(Kel_ListView* list, long row)
 {
-    if (!QAccessible::isActive())
+    if (!Kel_ViewAccessibility::reportsEvents())
         return;
     Kel_ListViewAccessible* table = existingTable(list);
     if (!table)
@@ -410,10 +410,10 @@ void Kel_ListViewAccessible::rowChanged(Kel_ListView* list, long row)
     event.setLastRow(int(row));
     event.setFirstColumn(0);
     event.setLastColumn(table->columnCount() - 1);
-    QAccessible::updateAccessibility(&event);
+    Kel_ViewAccessibility::send(&event);
     if (QAccessibleInterface* cell = table->cellInterface(row, 0)) {
         QAccessibleEvent nameChanged(cell, QAccessible::NameChanged);
-        QAccessible::updateAccessibility(&nameChanged);
+        Kel_ViewAccessibility::send(&nameChanged);
     }
 }
 

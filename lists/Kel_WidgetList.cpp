@@ -36,10 +36,10 @@ Kel_WidgetList::Kel_WidgetList(QWidget* parent, const char* name, const NewRowCB
 
 void Kel_WidgetList::rowsReordered()
 {
-    if (!QAccessible::isActive())
+    if (!Kel_ViewAccessibility::reportsEvents())
         return;
     QAccessibleEvent event(this, QAccessible::ObjectReorder);
-    QAccessible::updateAccessibility(&event);
+    Kel_ViewAccessibility::send(&event);
 }
 
 Kel_WidgetList::~Kel_WidgetList()

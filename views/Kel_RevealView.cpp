@@ -111,7 +111,7 @@ void Kel_RevealView::updateAppearance()
     mShown = revealed;
     // The title may have changed the width, the state the height.
     relayout();
-    if (changed && QAccessible::isActive()) {
+    if (changed && Kel_ViewAccessibility::reportsEvents()) {
         QAccessible::State state;
         state.expanded = true;
         state.collapsed = true;

@@ -95,7 +95,7 @@ void Kel_SelectableView::keyPressEvent(QKeyEvent* event)
 void Kel_SelectableView::selectionNotified()
 {
     sendAllBitsChanged();
-    if (!QAccessible::isActive())
+    if (!Kel_ViewAccessibility::reportsEvents())
         return;
     QAccessible::State changed;
     changed.selected = true;

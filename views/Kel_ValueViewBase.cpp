@@ -82,7 +82,7 @@ bool Kel_ValueViewBase::isBound() const
 
 void Kel_ValueViewBase::updateAppearance()
 {
-    if (!QAccessible::isActive()) {
+    if (!Kel_ViewAccessibility::reportsEvents()) {
         readValues();
     } else {
         const QString before = mText;

@@ -31,6 +31,8 @@ struct Registry
     bool installed = false;
 };
 
+Kel_ViewAccessibility::EventObserver sEventObserver = nullptr;
+
 Registry& registry()
 {
     static Registry instance;
@@ -102,6 +104,25 @@ QString ownToolTip(Kel_ViewInterface* view)
 }
 
 } // namespace
+
+bool Kel_ViewAccessibility::reportsEvents()
+{
+    return sEventObserver || QAccessible::isActive();
+}
+
+void Kel_ViewAccessibility::setEventObserver(EventObserver observer)
+{
+    sEventObserver = observer;
+}
+
+void Kel_ViewAccessibility::send(QAccessibleEvent* event)
+{
+    if (!event)
+        return;
+    if (sEventObserver)
+        sEventObserver(event);
+    QAccessible::updateAccessibility(event);
+}
 
 void Kel_ViewAccessibility::install()
 {
@@ -329,27 +350,27 @@ void Kel_ViewAccessibility::click(Kel_ViewInterface* view, const QPoint& local, 
 
 void Kel_ViewAccessibility::notifyValueChanged(Kel_ViewInterface* view, const QVariant& value)
 {
-    if (!QAccessible::isActive())
+    if (!reportsEvents())
         return;
     if (QAccessibleInterface* iface = interfaceFor(view)) {
         QAccessibleValueChangeEvent event(iface, value);
-        QAccessible::updateAccessibility(&event);
+        send(&event);
     }
 }
 
 void Kel_ViewAccessibility::notifyStateChanged(Kel_ViewInterface* view, QAccessible::State changed)
 {
-    if (!QAccessible::isActive())
+    if (!reportsEvents())
         return;
     if (QAccessibleInterface* iface = interfaceFor(view)) {
         QAccessibleStateChangeEvent event(iface, changed);
-        QAccessible::updateAccessibility(&event);
+        send(&event);
     }
 }
 
 void Kel_ViewAccessibility::notifyFocus(Kel_ViewInterface* view)
 {
-    if (!QAccessible::isActive())
+    if (!reportsEvents())
         return;
     QAccessibleInterface* iface = interfaceFor(view);
     if (!iface)
@@ -357,15 +378,15 @@ void Kel_ViewAccessibility::notifyFocus(Kel_ViewInterface* view)
     if (QAccessibleInterface* item = iface->focusChild())
         iface = item;
     QAccessibleEvent event(iface, QAccessible::Focus);
-    QAccessible::updateAccessibility(&event);
+    send(&event);
 }
 
 void Kel_ViewAccessibility::notifyEvent(Kel_ViewInterface* view, QAccessible::Event type)
 {
-    if (!QAccessible::isActive())
+    if (!reportsEvents())
         return;
     if (QAccessibleInterface* iface = interfaceFor(view)) {
         QAccessibleEvent event(iface, type);
-        QAccessible::updateAccessibility(&event);
+        send(&event);
     }
 }

@@ -13,6 +13,7 @@
 
 class Kel_BridgeBase;
 class Kel_ViewInterface;
+class QAccessibleEvent;
 class QAccessibleInterface;
 class QObject;
 class QWidget;
@@ -74,7 +75,18 @@ public:
     // modifiers: what the press and toggle actions of views do.
     static void click(Kel_ViewInterface* view, const QPoint& local, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
-    // Events, reported only while a client listens.
+    // Sees every accessibility event the views report, besides Qt's
+    // clients: an in-process client such as a UI-test harness, which needs
+    // no platform accessibility. One observer; null removes it.
+    typedef void (*EventObserver)(QAccessibleEvent* event);
+    static void setEventObserver(EventObserver observer);
+    // Whether events are reported: while an accessibility client is active
+    // (QAccessible::isActive()) or an event observer is set.
+    static bool reportsEvents();
+    // Hands event to the observer and to Qt (QAccessible::updateAccessibility).
+    static void send(QAccessibleEvent* event);
+
+    // Events, reported only while reportsEvents().
     static void notifyValueChanged(Kel_ViewInterface* view, const QVariant& value);
     static void notifyStateChanged(Kel_ViewInterface* view, QAccessible::State changed);
     // The view (or the item inside it that has the focus, a list's row) got
