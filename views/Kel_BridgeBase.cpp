@@ -226,14 +226,14 @@ void Kel_BridgeBase::focusMayHaveChanged()
         return;
     mReportedFocusP = focused;
     QWidget* host = viewHostWidget();
-    if (!host || !focused)
+    // The frame and the reader follow the keyboard focus only.
+    if (!host || !focused || !host->hasFocus())
         return;
     host->update();
     QRect rect;
     if (focused != mChildP && Kel_ViewAccessibility::hostWidget(focused, &rect))
         showFocusedRect(rect);
-    if (host->hasFocus())
-        Kel_ViewAccessibility::notifyFocus(focused);
+    Kel_ViewAccessibility::notifyFocus(focused);
 }
 
 void Kel_BridgeBase::paintFocusFrame(QPainter& painter) const

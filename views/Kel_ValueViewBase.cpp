@@ -77,7 +77,7 @@ QString Kel_ValueViewBase::currentText()
 
 bool Kel_ValueViewBase::isBound() const
 {
-    return mShownPropertyP && mShownPropertyP->isConnected();
+    return !mShownPropertyP || mShownPropertyP->isConnected();
 }
 
 void Kel_ValueViewBase::updateAppearance()

@@ -50,7 +50,8 @@ public:
     QString getText() const { return mText; }
     // Reads the models again and answers the text the view shows now.
     QString currentText();
-    // Whether the model of the shown value is connected.
+    // Whether the model of the shown value is connected; true for a view
+    // without one (a fixed text).
     bool isBound() const;
     // The text colour as last read; invalid means the colour of the painter's pen.
     QColor getTextColor() const { return mTextColor; }
