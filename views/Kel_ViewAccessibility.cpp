@@ -33,6 +33,15 @@ struct Registry
 
 Kel_ViewAccessibility::EventObserver sEventObserver = nullptr;
 
+// Whether a platform client listens, kept by Qt's activation notices so
+// that the views' hot paths test a flag rather than ask the platform.
+bool sClientActive = false;
+
+struct ActivationWatcher : QAccessible::ActivationObserver
+{
+    void accessibilityActiveChanged(bool active) override { sClientActive = active; }
+};
+
 Registry& registry()
 {
     static Registry instance;
@@ -107,7 +116,7 @@ QString ownToolTip(Kel_ViewInterface* view)
 
 bool Kel_ViewAccessibility::reportsEvents()
 {
-    return sEventObserver || QAccessible::isActive();
+    return sEventObserver || sClientActive;
 }
 
 void Kel_ViewAccessibility::setEventObserver(EventObserver observer)
@@ -134,6 +143,10 @@ void Kel_ViewAccessibility::install()
     // is asked first for the classes it knows.
     QAccessible::installFactory(&factory);
     Kel_ViewInterface::setDestructionObserver(&forgetView);
+    // Kept for the life of the process: Qt may notify it while shutting down.
+    static ActivationWatcher* watcher = new ActivationWatcher;
+    QAccessible::installActivationObserver(watcher);
+    sClientActive = QAccessible::isActive();
 }
 
 void Kel_ViewAccessibility::addViewCreator(const ViewCreator& creator)
