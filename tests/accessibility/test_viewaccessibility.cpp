@@ -26,6 +26,16 @@ using namespace a11ytest;
 
 namespace {
 
+// view, named and placed in container.
+template <class View>
+View* placed(View* view, const char* name, const QRect& rect, Kel_ContainerViewBase* container)
+{
+    view->setName(QString::fromLatin1(name));
+    view->setRectInParent(rect);
+    container->AddSubView(view);
+    return view;
+}
+
 // Like the demo's "Views" page: captioned values in rows of a container,
 // hosted by a scroll-area bridge, on models of its own.
 class ValuesPanel : public ::testing::Test
@@ -38,30 +48,14 @@ protected:
         panel->setName(QStringLiteral("Panel"));
         auto* row = new Kel_HStackView;
         row->setName(QStringLiteral("Mixer"));
-        volumeView = new Kel_LongIntView;
-        volumeView->setName(QStringLiteral("Volume"));
+        volumeView = placed(new Kel_LongIntView, "Volume", QRect(0, 0, 60, 20), row);
         volumeView->setConnectionName(QStringLiteral("A11yValues.Volume"));
         volumeView->setToolTipConnectionID(QStringLiteral("A11yValues.VolumeTip"));
-        volumeView->setSize(QSize(60, 20));
-        row->AddSubView(volumeView);
-        auto* mutedView = new Kel_BoolTextView;
-        mutedView->setName(QStringLiteral("Muted"));
-        mutedView->setConnectionName(QStringLiteral("A11yValues.Muted"));
-        mutedView->setSize(QSize(60, 20));
-        row->AddSubView(mutedView);
+        placed(new Kel_BoolTextView, "Muted", QRect(0, 0, 60, 20), row)->setConnectionName(QStringLiteral("A11yValues.Muted"));
         panel->AddSubView(row);
-        auto* stateView = new Kel_StringView;
-        stateView->setName(QStringLiteral("State"));
-        stateView->SetConnectionID(QStringLiteral("A11yValues.State"));
-        stateView->setOrigin(QPoint(10, 30));
-        stateView->setSize(QSize(100, 20));
-        panel->AddSubView(stateView);
-        auto* missing = new Kel_StringView;
-        missing->setName(QStringLiteral("Missing"));
-        missing->SetConnectionID(QStringLiteral("A11yValues.NotPublished"));
-        missing->setOrigin(QPoint(10, 60));
-        missing->setSize(QSize(100, 20));
-        panel->AddSubView(missing);
+        placed(new Kel_StringView, "State", QRect(10, 30, 100, 20), panel)->SetConnectionID(QStringLiteral("A11yValues.State"));
+        placed(new Kel_StringView, "Missing", QRect(10, 60, 100, 20), panel)
+            ->SetConnectionID(QStringLiteral("A11yValues.NotPublished"));
         panel->setSize(QSize(300, 200));
 
         window.resize(320, 240);
