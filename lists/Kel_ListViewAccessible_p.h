@@ -1,7 +1,9 @@
 #ifndef KEL_LISTVIEWACCESSIBLE_P_H
 #define KEL_LISTVIEWACCESSIBLE_P_H
 
-// Internal to the library; not installed.
+// Internal to the library; not installed (exported for white-box tests).
+
+#include "kelcore_export.h"
 
 #include "Kel_ViewAccessible_p.h"
 
@@ -19,7 +21,7 @@ class Kel_ListView;
 // functions: columnCount, columnView (the view of the row view that shows a
 // column) and columnHeaderText. Roles, children, cells, their texts,
 // rectangles, header cells and the table interface follow from those.
-class Kel_ListViewAccessible : public Kel_ViewAccessible, public QAccessibleTableInterface
+class KELCORE_EXPORT Kel_ListViewAccessible : public Kel_ViewAccessible, public QAccessibleTableInterface
 {
 public:
     explicit Kel_ListViewAccessible(Kel_ListView* list);

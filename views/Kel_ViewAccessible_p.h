@@ -1,7 +1,9 @@
 #ifndef KEL_VIEWACCESSIBLE_P_H
 #define KEL_VIEWACCESSIBLE_P_H
 
-// Internal to the library; not installed.
+// Internal to the library; not installed (exported for white-box tests).
+
+#include "kelcore_export.h"
 
 #include <QAccessibleInterface>
 #include <QAccessibleWidget>
@@ -13,7 +15,7 @@ class Kel_ViewInterface;
 // from Kel_ViewAccessibility, read afresh at every question; the view's
 // destruction makes it invalid. Interfaces of views that present more than
 // their sub-views (the list view) derive from it.
-class Kel_ViewAccessible : public QAccessibleInterface,
+class KELCORE_EXPORT Kel_ViewAccessible : public QAccessibleInterface,
                            public QAccessibleActionInterface,
                            public QAccessibleTextInterface,
                            public QAccessibleValueInterface
