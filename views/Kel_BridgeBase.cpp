@@ -211,7 +211,7 @@ void Kel_BridgeBase::focusEntered(Qt::FocusReason reason)
         setFocusedView(views.first());
     else if (!views.isEmpty() && reason == Qt::BacktabFocusReason)
         setFocusedView(views.last());
-    else if (!views.isEmpty() && !focusedView())
+    else if (!views.isEmpty() && !focusedView() && reason != Qt::MouseFocusReason) // a click picks its own view
         setFocusedView(views.first());
     else
         focusMayHaveChanged();

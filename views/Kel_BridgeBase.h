@@ -80,7 +80,7 @@ protected:
     bool releaseChild(Kel_ViewInterface* view);
     // The host got the keyboard focus: Tab enters at the first focusable
     // view, Backtab at the last; otherwise the focused view stays (the
-    // first one when none was).
+    // first one when none was, unless a click is giving the focus).
     void focusEntered(Qt::FocusReason reason);
     // After input that may have moved the focus among the views: repaints
     // the focus frame and tells accessibility clients when it moved.

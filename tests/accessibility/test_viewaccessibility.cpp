@@ -345,6 +345,21 @@ TEST_F(GalleryPanel, TabWalksTheViewsInReadingOrderAndSpaceOperatesThem)
     EXPECT_TRUE(after->hasFocus());
 }
 
+TEST_F(GalleryPanel, AClickFocusesTheViewClickedAndAReaderHearsOfThatOneOnly)
+{
+    after->setFocus();
+    ASSERT_TRUE(waitFor([&] { return after->hasFocus(); }));
+    EventRecorder recorder;
+    QRect rect;
+    ASSERT_EQ(Kel_ViewAccessibility::hostWidget(rows[1], &rect), bridge);
+    QTest::mouseClick(bridge, Qt::LeftButton, Qt::NoModifier, rect.center());
+    EXPECT_TRUE(bridge->hasFocus());
+    EXPECT_EQ(focused(), rows[1]);
+    const QList<Event> focus = recorder.ofType(QAccessible::Focus);
+    ASSERT_EQ(focus.size(), 1);
+    EXPECT_EQ(focus.first().iface, iface(rows[1]));
+}
+
 TEST_F(GalleryPanel, TheFocusedViewIsFramedWhileTheBridgeHasTheFocus)
 {
     bridge->setFocus(Qt::TabFocusReason);
