@@ -54,7 +54,7 @@ int Kel_ViewAccessible::indexOfChild(const QAccessibleInterface* child) const
 QAccessibleInterface* Kel_ViewAccessible::childAt(int x, int y) const
 {
     const QList<Kel_ViewInterface*> children = Kel_ViewAccessibility::accessibleChildren(mViewP);
-    // The last one painted is on top.
+    // Views seldom overlap; where they do, the later in reading order wins.
     for (int i = children.size() - 1; i >= 0; --i) {
         if (Kel_ViewAccessibility::screenRect(children.at(i)).contains(x, y))
             return Kel_ViewAccessibility::interfaceFor(children.at(i));
