@@ -238,6 +238,7 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_RelativeMotionSource_win.cpp
   Kel_RelativeMouseTracker.cpp
   Kel_TreeWidget.cpp
+  Kel_KeyboardClick.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -284,6 +285,7 @@ set(KELCORE_WIDGETS_HEADERS
 set(KELCORE_WIDGETS_PRIVATE_HEADERS
   Kel_AnimationTimer_p.h
   Kel_RelativeMotionSource_p.h
+  Kel_KeyboardClick_p.h
 )
 
 # factory/: the widget factory and form loading

@@ -11,6 +11,7 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QVBoxLayout>
@@ -327,4 +328,34 @@ TEST_F(BistateTest, RandomPressesMovesAndModelChangesFollowTheTrackingRules)
     }
     if (held)
         release();
+}
+
+TEST_F(BistateTest, TabReachesTheButtonSpaceOrReturnClickItAndAClickLeavesTheFocus)
+{
+    connect();
+    auto* edit = new QLineEdit(&window);
+    window.layout()->addWidget(edit);
+    edit->show();
+    edit->setFocus();
+    ASSERT_TRUE(waitFor([&] { return edit->hasFocus(); }));
+    QTest::keyClick(edit, Qt::Key_Backtab);
+    ASSERT_TRUE(button->hasFocus());
+    auto* frame = button->findChild<QWidget*>();
+    ASSERT_NE(frame, nullptr);
+    EXPECT_TRUE(frame->isVisible()); // the focus shows
+
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_TRUE(mute.getValue());
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_FALSE(mute.getValue());
+    QTest::keyClick(button, Qt::Key_A); // other keys go on
+    EXPECT_FALSE(mute.getValue());
+
+    edit->setFocus();
+    ASSERT_TRUE(waitFor([&] { return edit->hasFocus(); }));
+    EXPECT_FALSE(frame->isVisible());
+    press();
+    release();
+    EXPECT_TRUE(mute.getValue());
+    EXPECT_TRUE(edit->hasFocus());
 }

@@ -230,3 +230,31 @@ TEST_F(ImmediateButtonTest, AScriptThatDisablesOrHidesTheButtonStartsNoRepeat)
         EXPECT_EQ(runs, (std::vector<qint64>{0}));
     }
 }
+
+TEST_F(ImmediateButtonTest, SpaceHeldPressesAndRepeatsAsTheMouseDoesAndReturnPressesOnce)
+{
+    button->setQuorAutoRepeat(true);
+    button->setRepeatDelay(300);
+    button->setRepeatInterval(100);
+    connect();
+    button->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(waitFor([&] { return button->hasFocus(); }));
+    pressTime = TaskScheduler::instance()->now();
+    QTest::keyPress(button, Qt::Key_Space);
+    advance(550);
+    QTest::keyRelease(button, Qt::Key_Space);
+    advance(1000);
+    EXPECT_EQ(runs, (std::vector<qint64>{0, 300, 400, 500}));
+
+    runs.clear();
+    QTest::keyClick(button, Qt::Key_Return);
+    advance(1000);
+    EXPECT_EQ(runs.size(), 1u);
+
+    // Losing the focus while Space is held lets go, as a release would.
+    runs.clear();
+    QTest::keyPress(button, Qt::Key_Space);
+    button->clearFocus();
+    advance(1000);
+    EXPECT_EQ(runs.size(), 1u);
+}
