@@ -183,3 +183,37 @@ TEST_F(SliderTest, RandomRangeAndValueChangesAlwaysEndInRange)
         }
     }
 }
+
+TEST_F(SliderTest, KeysMoveTheValueWithinTheRangeAndTheFocusIsFramed)
+{
+    slider->clearFocus(); // a window shown alone gives itself the focus
+    const QImage unfocused = slider->grab().toImage();
+    slider->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(waitFor([&] { return slider->hasFocus(); }));
+    value.setValue(50);
+    QTest::keyClick(slider.get(), Qt::Key_Right);
+    EXPECT_EQ(value.getValue(), 51);
+    QTest::keyClick(slider.get(), Qt::Key_Down);
+    EXPECT_EQ(value.getValue(), 50);
+    QTest::keyClick(slider.get(), Qt::Key_PageUp);
+    EXPECT_EQ(value.getValue(), 60);
+    QTest::keyClick(slider.get(), Qt::Key_End);
+    EXPECT_EQ(value.getValue(), 100);
+    QTest::keyClick(slider.get(), Qt::Key_Up); // stays at the top
+    EXPECT_EQ(value.getValue(), 100);
+    QTest::keyClick(slider.get(), Qt::Key_Home);
+    EXPECT_EQ(value.getValue(), 0);
+    QTest::keyClick(slider.get(), Qt::Key_PageDown);
+    EXPECT_EQ(value.getValue(), 0);
+
+    // A dotted frame runs along the top edge.
+    const QImage focused = slider->grab().toImage();
+    int framed = 0;
+    for (int x = 30; x < 220; ++x)
+        framed += focused.pixel(x, 0) != unfocused.pixel(x, 0) ? 1 : 0;
+    EXPECT_GT(framed, 40);
+
+    enabled.setValue(false); // a disabled slider takes no keys
+    QTest::keyClick(slider.get(), Qt::Key_End);
+    EXPECT_EQ(value.getValue(), 0);
+}
