@@ -9,6 +9,8 @@
 #include <QAccessibleInterface>
 #include <QList>
 #include <QString>
+#include <QTest>
+#include <QWidget>
 #include <functional>
 
 namespace a11ytest {
@@ -37,6 +39,15 @@ inline QAccessibleInterface* findByName(QAccessibleInterface* root, const QStrin
             return iface;
     }
     return nullptr;
+}
+
+// Shows window and makes it the active one, as keyboard focus needs on a
+// display server.
+inline bool showActive(QWidget& window)
+{
+    window.show();
+    window.activateWindow();
+    return QTest::qWaitForWindowActive(&window);
 }
 
 // One accessibility event as a client would take it.

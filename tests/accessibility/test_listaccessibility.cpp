@@ -72,8 +72,7 @@ protected:
         layout->addWidget(bridge);
         window.resize(300, 200);
         bridge->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(showActive(window));
         table = dynamic_cast<QAccessibleInterface*>(Kel_ViewAccessibility::interfaceFor(list));
         ASSERT_NE(table, nullptr);
     }
@@ -202,8 +201,7 @@ protected:
         auto* layout = new QVBoxLayout(&window);
         layout->addWidget(widget);
         widget->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(showActive(window));
         table = Kel_ViewAccessibility::interfaceFor(widget->listView());
     }
     QStringList rowTexts() const
@@ -286,8 +284,7 @@ TEST(WidgetListAccessibility, RowsAreTheListsItemsInRowOrderAfterMoves)
     layout->addWidget(list);
     for (int i = 0; i < 3; ++i)
         list->appendRow();
-    window.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    ASSERT_TRUE(showActive(window));
     QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(list);
     ASSERT_NE(iface, nullptr);
     EXPECT_EQ(iface->role(), QAccessible::List);

@@ -79,8 +79,7 @@ protected:
         bridge->setChild(list);
         (new QVBoxLayout(&window))->addWidget(bridge);
         bridge->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(showActive(window));
         table = Kel_ViewAccessibility::interfaceFor(list);
         ASSERT_NE(dynamic_cast<TwoColumnTable*>(table), nullptr);
     }

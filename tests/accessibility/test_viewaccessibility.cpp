@@ -65,8 +65,7 @@ protected:
         bridge->setChild(panel);
         layout->addWidget(bridge);
         bridge->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(showActive(window));
         root = QAccessible::queryAccessibleInterface(&window);
         ASSERT_NE(root, nullptr);
     }
@@ -212,8 +211,7 @@ protected:
         layout->addWidget(after);
         bridge->setChild(column);
         bridge->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
-        window.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        ASSERT_TRUE(showActive(window));
         root = QAccessible::queryAccessibleInterface(&window);
     }
 

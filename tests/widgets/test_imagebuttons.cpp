@@ -336,6 +336,8 @@ TEST_F(BistateTest, TabReachesTheButtonSpaceOrReturnClickItAndAClickLeavesTheFoc
     auto* edit = new QLineEdit(&window);
     window.layout()->addWidget(edit);
     edit->show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     edit->setFocus();
     ASSERT_TRUE(waitFor([&] { return edit->hasFocus(); }));
     QTest::keyClick(edit, Qt::Key_Backtab);

@@ -237,6 +237,8 @@ TEST_F(ImmediateButtonTest, SpaceHeldPressesAndRepeatsAsTheMouseDoesAndReturnPre
     button->setRepeatDelay(300);
     button->setRepeatInterval(100);
     connect();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
     button->setFocus(Qt::TabFocusReason);
     ASSERT_TRUE(waitFor([&] { return button->hasFocus(); }));
     pressTime = TaskScheduler::instance()->now();

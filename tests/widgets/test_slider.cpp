@@ -186,6 +186,8 @@ TEST_F(SliderTest, RandomRangeAndValueChangesAlwaysEndInRange)
 
 TEST_F(SliderTest, KeysMoveTheValueWithinTheRangeAndTheFocusIsFramed)
 {
+    slider->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(slider.get()));
     slider->clearFocus(); // a window shown alone gives itself the focus
     const QImage unfocused = slider->grab().toImage();
     slider->setFocus(Qt::TabFocusReason);

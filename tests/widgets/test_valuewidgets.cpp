@@ -301,6 +301,8 @@ TEST_F(ImageMapTest, ArrowsChooseAmongTheEnabledButtonsAndSpaceOrReturnPressTheC
     buttons->setBaseConnectionSpec("Value.MapButtons");
     show();
     connect();
+    buttons->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(buttons->window()));
     buttons->setFocus(Qt::TabFocusReason);
     ASSERT_TRUE(waitFor([&] { return buttons->hasFocus(); }));
     EXPECT_EQ(buttons->keyboardButton(), 0); // the first enabled one
