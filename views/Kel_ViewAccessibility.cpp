@@ -361,24 +361,31 @@ void Kel_ViewAccessibility::click(Kel_ViewInterface* view, const QPoint& local, 
     view->mouseReleaseEvent(&release, local);
 }
 
+namespace {
+
+// Sends an event of class Event about view, made with the view's interface
+// and args, while someone listens.
+template <class Event, class... Args>
+void report(Kel_ViewInterface* view, const Args&... args)
+{
+    if (!Kel_ViewAccessibility::reportsEvents())
+        return;
+    if (QAccessibleInterface* iface = Kel_ViewAccessibility::interfaceFor(view)) {
+        Event event(iface, args...);
+        Kel_ViewAccessibility::send(&event);
+    }
+}
+
+} // namespace
+
 void Kel_ViewAccessibility::notifyValueChanged(Kel_ViewInterface* view, const QVariant& value)
 {
-    if (!reportsEvents())
-        return;
-    if (QAccessibleInterface* iface = interfaceFor(view)) {
-        QAccessibleValueChangeEvent event(iface, value);
-        send(&event);
-    }
+    report<QAccessibleValueChangeEvent>(view, value);
 }
 
 void Kel_ViewAccessibility::notifyStateChanged(Kel_ViewInterface* view, QAccessible::State changed)
 {
-    if (!reportsEvents())
-        return;
-    if (QAccessibleInterface* iface = interfaceFor(view)) {
-        QAccessibleStateChangeEvent event(iface, changed);
-        send(&event);
-    }
+    report<QAccessibleStateChangeEvent>(view, changed);
 }
 
 void Kel_ViewAccessibility::notifyFocus(Kel_ViewInterface* view)
@@ -396,10 +403,5 @@ void Kel_ViewAccessibility::notifyFocus(Kel_ViewInterface* view)
 
 void Kel_ViewAccessibility::notifyEvent(Kel_ViewInterface* view, QAccessible::Event type)
 {
-    if (!reportsEvents())
-        return;
-    if (QAccessibleInterface* iface = interfaceFor(view)) {
-        QAccessibleEvent event(iface, type);
-        send(&event);
-    }
+    report<QAccessibleEvent>(view, type);
 }
