@@ -239,6 +239,7 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_RelativeMouseTracker.cpp
   Kel_TreeWidget.cpp
   Kel_KeyboardClick.cpp
+  Kel_WidgetsAccessibility.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h

@@ -1,5 +1,6 @@
 #include "Kel_ImageMappedButtons.h"
 
+#include "Kel_ViewAccessibility.h"
 #include "Kel_WhatsThis.h"
 #include "Ost_Resource.h"
 
@@ -30,6 +31,7 @@ Kel_ImageMappedButtons::Kel_ImageMappedButtons(QWidget* parent, const char* name
     setObjectName(QString::fromLatin1(name));
     // Reached by Tab for its keys; a click leaves the focus where it was.
     setFocusPolicy(Qt::TabFocus);
+    Kel_ViewAccessibility::install(); // screen readers see it through the library's factory
     mActions.onNotify([this] { updateAppearance(); });
     Kel_WhatsThis::setBestWhatsThisName(this, "Kel_ImageMappedButtons");
 }

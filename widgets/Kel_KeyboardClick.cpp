@@ -1,5 +1,7 @@
 #include "Kel_KeyboardClick_p.h"
 
+#include "Kel_ViewAccessibility.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -33,6 +35,8 @@ protected:
 
 void Kel_KeyboardClick::install(QWidget* widget)
 {
+    // Screen readers see these widgets through the library's factory.
+    Kel_ViewAccessibility::install();
     if (widget)
         new Kel_KeyboardClick(widget);
 }
@@ -45,13 +49,32 @@ Kel_KeyboardClick::Kel_KeyboardClick(QWidget* widget)
     widget->installEventFilter(this);
 }
 
+namespace {
+
+void sendMouse(QWidget* widget, QEvent::Type type)
+{
+    const QPoint centre = widget->rect().center();
+    const bool press = type == QEvent::MouseButtonPress;
+    QMouseEvent event(type, QPointF(centre), QPointF(widget->mapToGlobal(centre)), Qt::LeftButton,
+                      press ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+} // namespace
+
 void Kel_KeyboardClick::send(int type)
 {
-    const QPoint centre = mWidgetP->rect().center();
-    const bool press = type == QEvent::MouseButtonPress;
-    QMouseEvent event(QEvent::Type(type), QPointF(centre), QPointF(mWidgetP->mapToGlobal(centre)), Qt::LeftButton,
-                      press ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(mWidgetP, &event);
+    sendMouse(mWidgetP, QEvent::Type(type));
+}
+
+void Kel_KeyboardClick::click(QWidget* widget)
+{
+    if (!widget)
+        return;
+    const QPointer<QWidget> alive(widget);
+    sendMouse(widget, QEvent::MouseButtonPress);
+    if (alive) // the press may have deleted it
+        sendMouse(widget, QEvent::MouseButtonRelease);
 }
 
 bool Kel_KeyboardClick::eventFilter(QObject* watched, QEvent* event)
@@ -86,10 +109,7 @@ bool Kel_KeyboardClick::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
         if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-            const QPointer<QWidget> widget(mWidgetP);
-            send(QEvent::MouseButtonPress);
-            if (widget) // the script may have deleted the button
-                send(QEvent::MouseButtonRelease);
+            click(mWidgetP);
             return true;
         }
         return false;

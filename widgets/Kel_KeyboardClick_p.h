@@ -17,6 +17,8 @@ class Kel_KeyboardClick : public QObject
 public:
     // Installs itself on widget, as its child.
     static void install(QWidget* widget);
+    // A left press and release at the widget's centre: what a click does.
+    static void click(QWidget* widget);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

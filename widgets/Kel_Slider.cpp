@@ -1,6 +1,7 @@
 #include "Kel_Slider.h"
 
 #include "Kel_ResourceImage.h"
+#include "Kel_ViewAccessibility.h"
 #include "Kel_WhatsThis.h"
 
 #include <QKeyEvent>
@@ -36,6 +37,7 @@ Kel_Slider::Kel_Slider(QWidget* parent, const char* name)
     setWindowTitle(QString::fromLatin1(name));
     // Reached by Tab for its keys; a drag leaves the focus where it was.
     setFocusPolicy(Qt::TabFocus);
+    Kel_ViewAccessibility::install(); // screen readers see it through the library's factory
 
     mValueListener.onNotify([this] { handleMsgValueDefault(); });
     mRangeMinListener.onNotify([this] { handleMsgRangeMinDefault(); });

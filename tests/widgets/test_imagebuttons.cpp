@@ -11,6 +11,8 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTest>
@@ -360,4 +362,28 @@ TEST_F(BistateTest, TabReachesTheButtonSpaceOrReturnClickItAndAClickLeavesTheFoc
     release();
     EXPECT_TRUE(mute.getValue());
     EXPECT_TRUE(edit->hasFocus());
+}
+
+TEST_F(BistateTest, ReadersSeeAToggleButtonNamedByItsToolTipWhosePressClicksIt)
+{
+    connect();
+    button->SetTooltipText(QStringLiteral("Mute the mix"));
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Button);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("Mute the mix"));
+    EXPECT_TRUE(iface->state().checkable);
+    EXPECT_FALSE(iface->state().checked);
+    ASSERT_NE(iface->actionInterface(), nullptr);
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(mute.getValue());
+    EXPECT_TRUE(iface->state().checked);
+    iface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(mute.getValue());
+
+    disabled.setValue(true); // nothing to press on a disabled button
+    EXPECT_TRUE(iface->state().disabled);
+    EXPECT_FALSE(iface->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(mute.getValue());
 }

@@ -8,6 +8,8 @@
 #include "TaskScheduler.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QTest>
@@ -259,4 +261,17 @@ TEST_F(ImmediateButtonTest, SpaceHeldPressesAndRepeatsAsTheMouseDoesAndReturnPre
     button->clearFocus();
     advance(1000);
     EXPECT_EQ(runs.size(), 1u);
+}
+
+TEST_F(ImmediateButtonTest, ReadersSeeAButtonWhosePressRunsTheScript)
+{
+    connect();
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Button);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("playButton"));
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(runs.size(), 1u);
+    count.setEnabled(false); // a disabled action greys the button out
+    EXPECT_TRUE(iface->state().disabled);
 }

@@ -7,6 +7,8 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QRandomGenerator>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -218,4 +220,19 @@ TEST_F(SliderTest, KeysMoveTheValueWithinTheRangeAndTheFocusIsFramed)
     enabled.setValue(false); // a disabled slider takes no keys
     QTest::keyClick(slider.get(), Qt::Key_End);
     EXPECT_EQ(value.getValue(), 0);
+}
+
+TEST_F(SliderTest, ReadersSeeASliderWithItsValueAndRange)
+{
+    value.setValue(30);
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(slider.get());
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Slider);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("volume"));
+    ASSERT_NE(iface->valueInterface(), nullptr);
+    EXPECT_EQ(iface->valueInterface()->currentValue().toInt(), 30);
+    EXPECT_EQ(iface->valueInterface()->maximumValue().toInt(), 100);
+    maximum.setValue(50);
+    EXPECT_EQ(iface->valueInterface()->maximumValue().toInt(), 50);
+    EXPECT_EQ(iface->text(QAccessible::Value), QStringLiteral("30"));
 }
