@@ -22,6 +22,12 @@ class PaintedButtonAccessible : public QAccessibleWidget
 public:
     PaintedButtonAccessible(QWidget* widget, QAccessible::Role role) : QAccessibleWidget(widget, role) {}
 
+    // The painted widget is all there is (its focus frame is no child to read).
+    int childCount() const override { return 0; }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+
     QString text(QAccessible::Text type) const override
     {
         QString own = QAccessibleWidget::text(type);

@@ -29,3 +29,7 @@ expect_in_tree("View gallery"
 expect_in_tree("Clip bin"
   "List name=\"ClipBin\"[^\n]*\n +ListItem name=\"[^\"]+\" value=\"[^\"]+\" .focusable readOnly selectable."
   "\\.\\.\\. [0-9]+ rows")
+expect_in_tree("Monitor"
+  "RadioButton name=\"Play\" .focusable checkable"
+  "Button name=\"Mute\" .focusable checkable"
+  "Slider name=\"Volume\" value=\"[0-9]+\" .focusable.")
