@@ -21,6 +21,7 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 
 using namespace a11ytest;
 
@@ -378,6 +379,82 @@ TEST_F(GalleryPanel, TheFocusedViewIsFramedWhileTheBridgeHasTheFocus)
     EXPECT_GT(differing, rect.width() / 4);
     // Nothing else changed.
     EXPECT_EQ(withFocus.pixel(rect.center()), without.pixel(rect.center()));
+}
+
+} // namespace
+
+namespace {
+
+TEST(KeyboardFocusOrder, TabVisitsEveryFocusableViewOnceInReadingOrderWhateverTheTree)
+{
+    std::mt19937 random(25);
+    for (int round = 0; round < 20; ++round) {
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        auto* before = new QLineEdit(&window);
+        auto* bridge = new Kel_BridgeQWidget(&window, "randomBridge");
+        auto* after = new QLineEdit(&window);
+        layout->addWidget(before);
+        layout->addWidget(bridge);
+        layout->addWidget(after);
+
+        // Rows of cells, added in a random order; some rows take the focus
+        // themselves (selectable), and so do some cells.
+        auto* column = new Kel_VStackView;
+        QList<Kel_ViewInterface*> expected;
+        const int rows = 1 + int(random() % 4);
+        for (int r = 0; r < rows; ++r) {
+            Kel_ContainerViewBase* row = random() % 3 == 0 ? static_cast<Kel_ContainerViewBase*>(new Kel_SelectableView)
+                                                           : new Kel_ContainerViewBase;
+            row->setName(QStringLiteral("row%1").arg(r));
+            if (row->acceptsFocus())
+                expected.append(row);
+            const int cells = int(random() % 4);
+            QList<int> order;
+            for (int c = 0; c < cells; ++c)
+                order.insert(int(random() % (order.size() + 1)), c);
+            QVector<Kel_ViewInterface*> byPlace(cells, nullptr);
+            for (int c : order) {
+                auto* cell = new Kel_StringView;
+                cell->setName(QStringLiteral("cell%1.%2").arg(r).arg(c));
+                cell->setRectInParent(QRect(c * 30, 0, 30, 20));
+                cell->setAcceptsFocus(random() % 2 == 0);
+                row->AddSubView(cell);
+                byPlace[c] = cell;
+            }
+            for (Kel_ViewInterface* cell : byPlace) {
+                if (cell->acceptsFocus())
+                    expected.append(cell);
+            }
+            row->setSize(QSize(120, 20));
+            column->AddSubView(row);
+        }
+        bridge->setChild(column);
+        ASSERT_TRUE(showActive(window));
+        before->setFocus();
+        ASSERT_TRUE(waitFor([&] { return before->hasFocus(); }));
+
+        QList<Kel_ViewInterface*> visited;
+        QTest::keyClick(before, Qt::Key_Tab);
+        while (bridge->hasFocus() && visited.size() <= expected.size()) {
+            visited.append(bridge->focusedView());
+            QTest::keyClick(bridge, Qt::Key_Tab);
+        }
+        EXPECT_EQ(visited, expected) << "round " << round;
+        if (expected.isEmpty()) {
+            EXPECT_TRUE(after->hasFocus()) << "round " << round; // not a tab stop
+            continue;
+        }
+        ASSERT_TRUE(after->hasFocus()) << "round " << round;
+        QList<Kel_ViewInterface*> back;
+        QTest::keyClick(after, Qt::Key_Backtab);
+        while (bridge->hasFocus() && back.size() <= expected.size()) {
+            back.prepend(bridge->focusedView());
+            QTest::keyClick(bridge, Qt::Key_Backtab);
+        }
+        EXPECT_EQ(back, expected) << "round " << round;
+        EXPECT_TRUE(before->hasFocus()) << "round " << round;
+    }
 }
 
 } // namespace
