@@ -20,7 +20,8 @@ class QWidget;
 
 // Makes the painted views visible to screen readers and UI automation: an
 // accessible-interface factory installed with Qt (once, when the first
-// bridge is made), interfaces for every view, made on first ask and
+// bridge, widget list or painted widget is made), interfaces for every
+// view, made on first ask and
 // forgotten with their view, and the accessibility events of views. Each
 // event costs nothing while no accessibility client is active.
 class KELCORE_EXPORT Kel_ViewAccessibility
@@ -33,7 +34,7 @@ public:
     typedef std::function<QAccessibleInterface*(const QString& className, QObject* object)> WidgetCreator;
 
     // Installs the factory with Qt; later calls do nothing. Needs the
-    // application object (the bridges call it when they are made).
+    // application object (bridges and painted widgets call it when made).
     static void install();
     // Interfaces for view and widget classes that views/ does not know (the
     // lists register theirs); the creator added last is asked first.
