@@ -60,6 +60,12 @@ void Kel_ContainerViewBase::AddSubView(Kel_ViewInterface* view)
     view->setParent(this);
 }
 
+void Kel_ContainerViewBase::setFocusView(Kel_ViewInterface* view)
+{
+    if (!view || isSubView(view))
+        mFocusView = view;
+}
+
 void Kel_ContainerViewBase::file(long key, Kel_ViewInterface* view)
 {
     mEntries.insert(view, mSubViews.emplace(key, view));

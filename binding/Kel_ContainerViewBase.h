@@ -42,6 +42,10 @@ public:
     void setSubViewForMouseEvents(Kel_ViewInterface* view) { mMouseView = view; }
     Kel_ViewInterface* getMouseView() const { return mMouseView; }
     Kel_ViewInterface* getFocusView() const { return mFocusView; }
+    // Makes view (a sub-view, or null for none) the one that receives key
+    // presses, as a click on a view that accepts focus does; keyboard focus
+    // moving between views goes through it. Anything else is ignored.
+    void setFocusView(Kel_ViewInterface* view);
     const ViewMap& getSubViews() const { return mSubViews; }
     bool isSubView(const Kel_ViewInterface* view) const { return view && mEntries.contains(view); }
 

@@ -1,3 +1,18 @@
 #include "Kel_ViewInterface.h"
 
-Kel_ViewInterface::~Kel_ViewInterface() = default;
+namespace {
+
+Kel_ViewInterface::DestructionObserver sDestructionObserver = nullptr;
+
+} // namespace
+
+Kel_ViewInterface::~Kel_ViewInterface()
+{
+    if (sDestructionObserver)
+        sDestructionObserver(this);
+}
+
+void Kel_ViewInterface::setDestructionObserver(DestructionObserver observer)
+{
+    sDestructionObserver = observer;
+}

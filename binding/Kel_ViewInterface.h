@@ -85,6 +85,13 @@ public:
     virtual bool findItem(const QString& name, QPoint* where) = 0;
     // The dotted name of the innermost view under local.
     virtual QString findUiName(const QPoint& local) = 0;
+
+    // Called with every view as it is destroyed (after its derived parts
+    // are gone: use the pointer as a key only), so that a registry keyed by
+    // views, such as the accessibility interfaces, can forget it. One
+    // observer for the process; null removes it.
+    typedef void (*DestructionObserver)(Kel_ViewInterface* view);
+    static void setDestructionObserver(DestructionObserver observer);
 };
 
 #endif

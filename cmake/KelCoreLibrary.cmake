@@ -112,6 +112,8 @@ set(KELCORE_VIEWS_SOURCES
   Kel_SelectableView.cpp
   Kel_StackViewBase.cpp
   Kel_VStackView.cpp
+  Kel_ViewAccessibility.cpp
+  Kel_ViewAccessible.cpp
 )
 set(KELCORE_VIEWS_HEADERS
   Kel_BlankView.h
@@ -130,6 +132,10 @@ set(KELCORE_VIEWS_HEADERS
   Kel_SelectableView.h
   Kel_StackViewBase.h
   Kel_VStackView.h
+  Kel_ViewAccessibility.h
+)
+set(KELCORE_VIEWS_PRIVATE_HEADERS
+  Kel_ViewAccessible_p.h
 )
 
 # menu/: menus, menu bars and their segments
@@ -232,6 +238,8 @@ set(KELCORE_WIDGETS_SOURCES
   Kel_RelativeMotionSource_win.cpp
   Kel_RelativeMouseTracker.cpp
   Kel_TreeWidget.cpp
+  Kel_KeyboardClick.cpp
+  Kel_WidgetsAccessibility.cpp
 )
 set(KELCORE_WIDGETS_HEADERS
   Kel_ActionButton.h
@@ -278,6 +286,7 @@ set(KELCORE_WIDGETS_HEADERS
 set(KELCORE_WIDGETS_PRIVATE_HEADERS
   Kel_AnimationTimer_p.h
   Kel_RelativeMotionSource_p.h
+  Kel_KeyboardClick_p.h
 )
 
 # factory/: the widget factory and form loading
@@ -332,6 +341,8 @@ set(KELCORE_LISTS_SOURCES
   Kel_WidgetList.cpp
   Kel_WidgetStack.cpp
   Kel_Header.cpp
+  Kel_ListViewAccessible.cpp
+  Kel_ListsAccessibility.cpp
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ColumnDataModel.h
@@ -345,6 +356,9 @@ set(KELCORE_LISTS_HEADERS
   Kel_WidgetList.h
   Kel_WidgetStack.h
   Kel_Header.h
+)
+set(KELCORE_LISTS_PRIVATE_HEADERS
+  Kel_ListViewAccessible_p.h
 )
 
 kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)

@@ -3,9 +3,11 @@
 #include "Kel_BlankView.h"
 #include "Kel_BridgeQScrollArea.h"
 #include "Kel_KeymapMgr.h"
+#include "Kel_ListViewAccessible_p.h"
 #include "Kel_Logging_p.h"
 #include "Kel_QtCompat.h"
 #include "Kel_ValueViewBase.h"
+#include "Kel_ViewAccessibility.h"
 #include "Mv_ConnectionDict.h"
 #include "Mv_ConnectionEnvironment.h"
 #include "Mvt_Root_Notifications.h"
@@ -15,6 +17,7 @@
 #include "Uip_ParseNode.h"
 #include "Uip_ParseScript.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDomDocument>
 #include <QDrag>
@@ -121,6 +124,8 @@ Kel_ListView::Kel_ListView()
     initModels();
     SetChild(new Kel_BlankView(QSize(100, 20)));
     setName(QStringLiteral("ListView"));
+    // Its keys (arrows, Return) work once it has the focus, by Tab as by a click.
+    setAcceptsFocus(true);
     mToldSize = getSize();
 }
 
@@ -251,6 +256,14 @@ bool Kel_ListView::releaseView(Kel_ViewInterface* view)
     mRowViewP->setParent(nullptr);
     mRowViewP = nullptr;
     return true;
+}
+
+void Kel_ListView::visitRowQuietly(long row, const std::function<void(Kel_ViewInterface* rowView)>& visit)
+{
+    if (!visit)
+        return;
+    QuietRow shown(*this, row);
+    visit(mRowViewP);
 }
 
 long Kel_ListView::getCurrentCell() const
@@ -482,6 +495,7 @@ void Kel_ListView::handleListMessage(const Mv_MessageInterface& message)
                                replaced->newSize());
     } else if (const auto* changed = message.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>()) {
         CellUpdate(changed->index());
+        Kel_ListViewAccessible::rowChanged(this, changed->index());
     } else if (const auto* moved = message.as<Mvt_ArrayContainer_Notifications::MsgElementsMoved>()) {
         const long low = qMin(moved->from(), moved->to());
         const long high = qMax(moved->from(), moved->to());
@@ -497,6 +511,7 @@ void Kel_ListView::handleConnectedChanged()
     mNumItems = mListListener.isConnected() ? int(qBound(0L, mListListener->size(), long(INT_MAX))) : 0;
     sizeMayHaveChanged(oldSize);
     sendAllBitsChanged();
+    Kel_ListViewAccessible::rowsReplaced(this, 0, 0, 0);
 }
 
 void Kel_ListView::handleElementsReplaced(long first, long removedEnd, long insertedCount, long newSize)
@@ -509,6 +524,7 @@ void Kel_ListView::handleElementsReplaced(long first, long removedEnd, long inse
             kept.add(row);
     }
     storeSelection(kept);
+    Kel_ListViewAccessible::rowsReplaced(this, first, removedEnd, insertedCount);
 
     const long removed = removedEnd - first;
     const long delta = insertedCount - removed;
@@ -591,8 +607,13 @@ bool Kel_ListView::SetSelected(long row, bool all, Qt::KeyboardModifiers modifie
     storeSelection(selection);
     // The current row moves first, so that the repaint below also covers
     // what its row view asks for.
-    if (row >= 0)
+    if (row >= 0) {
         setCurrentCell(row);
+        // A reader follows the row the keys (or a click) moved to.
+        QWidget* bridge = getBridgeWidget();
+        if (Kel_ViewAccessibility::reportsEvents() && bridge && bridge->hasFocus())
+            Kel_ViewAccessibility::notifyFocus(this);
+    }
 
     auto* area = dynamic_cast<Kel_BridgeQScrollArea*>(getBridgeWidget());
     if (area && mRowViewP) {
@@ -727,6 +748,8 @@ void Kel_ListView::storeSelection(SelectionList selection)
     mSelectionListP->setValue(selection);
     if (!guard.alive())
         return;
+    if (Kel_ViewAccessibility::reportsEvents())
+        Kel_ListViewAccessible::selectionChanged(this, QList<long>(changed.begin(), changed.end()), many);
     if (many) {
         mStaleRect = getLocalDrawingRect();
         sendAllBitsChanged();
@@ -1110,6 +1133,13 @@ void Kel_ListView::drawContents(QPainter* painter, const QRect& rect)
     for (long row = first; row <= last; ++row)
         paintCell(painter, row, rect);
     moveQuietly(saved);
+    // The row the keys act on, while the list has the keyboard focus.
+    QWidget* bridge = getBridgeWidget();
+    if (bridge && bridge->hasFocus() && saved >= first && saved <= last && saved < mNumItems) {
+        painter->setPen(QPen(QColor(Qt::black), 1, Qt::DotLine));
+        painter->setBrush(Qt::NoBrush);
+        painter->drawRect(QRect(rowOrigin(saved), QSize(getWidth(), getCellHeight())).adjusted(0, 0, -1, -1));
+    }
     painter->restore();
 }
 

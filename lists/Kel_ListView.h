@@ -166,6 +166,10 @@ public:
 
     // The row the row view shows now, -1 for none.
     long getCurrentCell() const;
+    // Shows row in the row view for the length of the call, telling none of
+    // the row's listeners (nothing repaints), and hands visit the row view:
+    // how a row is read without painting it (accessibility does).
+    void visitRowQuietly(long row, const std::function<void(Kel_ViewInterface* rowView)>& visit);
     // The selection model (its value is the sorted set of selected rows).
     Mve_SimpleValue<SelectionList>* getSelectedList() const;
     // The anchor of extended selections, -1 for none.

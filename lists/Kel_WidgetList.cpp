@@ -1,11 +1,13 @@
 #include "Kel_WidgetList.h"
 
 #include "Kel_ConnectionUtils.h"
+#include "Kel_ViewAccessibility.h"
 #include "Mv_Utils.h"
 #include "Mvt_ArrayContainer_Notifications.h"
 #include "Mvt_SimpleValue_Notifications.h"
 #include "Ost_Assert.h"
 
+#include <QAccessible>
 #include <QBoxLayout>
 #include <QPointer>
 #include <QRegularExpression>
@@ -28,6 +30,16 @@ Kel_WidgetList::Kel_WidgetList(QWidget* parent, const char* name, const NewRowCB
     // Rows keep their own height at the top; the stretch after the last one takes the rest.
     mLayoutP->addStretch(1);
     mList.onMessage([this](const Mv_MessageInterface& message) { handleListMessage(message); });
+    // Its rows are told to screen readers in row order.
+    Kel_ViewAccessibility::install();
+}
+
+void Kel_WidgetList::rowsReordered()
+{
+    if (!Kel_ViewAccessibility::reportsEvents())
+        return;
+    QAccessibleEvent event(this, QAccessible::ObjectReorder);
+    Kel_ViewAccessibility::send(&event);
 }
 
 Kel_WidgetList::~Kel_WidgetList()
@@ -139,6 +151,8 @@ void Kel_WidgetList::insertRow(long index)
         connectRow(mRowData[size_t(at)]);
     if (self && widget && rowToIndex(widget.data()) >= 0)
         widget->show();
+    if (self)
+        rowsReordered();
 }
 
 void Kel_WidgetList::deleteRows(long startIndex, long endIndex)
@@ -164,6 +178,8 @@ void Kel_WidgetList::deleteRows(long startIndex, long endIndex)
     removed.clear(); // the index models leave the dictionary
     for (long r = startIndex; self && r < rowSize(); ++r)
         mRowData[size_t(r)].index->setValue(r);
+    if (self)
+        rowsReordered();
 }
 
 void Kel_WidgetList::moveRow(long from, long to)
@@ -194,6 +210,8 @@ void Kel_WidgetList::moveRow(long from, long to)
     index->setValue(to);
     if (self)
         repaint();
+    if (self)
+        rowsReordered();
 }
 
 void Kel_WidgetList::setRowCount(long size)

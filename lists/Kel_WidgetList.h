@@ -93,6 +93,8 @@ private:
     // index model; nothing before the first makeConnections.
     void connectRow(RowData& row);
     Mv_ConnectionDict* dictionary() const;
+    // Tells accessibility clients that the rows changed.
+    void rowsReordered();
 
     Kel_BoundProperty<Mvt_ArrayContainer::Listener> mList{this};
     NewRowCB mNewRowCB;

@@ -53,3 +53,10 @@ void Kel_BoolTextView::readValues()
     else
         setText(value ? mTrueText : mFalseText);
 }
+
+bool Kel_BoolTextView::currentValue() const
+{
+    bool value = false;
+    mValue->get(value);
+    return value;
+}

@@ -26,6 +26,8 @@ public:
     QString getTrueText() const { return mTrueText; }
     void setFalseText(const QString& text);
     QString getFalseText() const { return mFalseText; }
+    // The model's value now (false when unconnected).
+    bool currentValue() const;
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     Kel_ViewInterface* clone() override;

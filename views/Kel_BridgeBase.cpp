@@ -1,17 +1,37 @@
 #include "Kel_BridgeBase.h"
 
+#include "Kel_ContainerViewBase.h"
 #include "Kel_PoiLookup.h"
+#include "Kel_RevealView.h"
+#include "Kel_ViewAccessibility.h"
 #include "Kel_ViewContainerInterface.h"
 #include "Kel_ViewInterface.h"
 
 #include <QPainter>
+#include <QPen>
+#include <functional>
+#include <vector>
 #include <QWidget>
 
 Kel_BridgeBase::Kel_BridgeBase(QWidget* widget)
     : mChildP(nullptr), mTiled(false), mBackgroundPixmap(), mHasBackgroundColor(false), mBackgroundColor(),
       mWidgetP(widget)
 {
+    // Screen readers see views through the factory, installed with the first bridge.
+    Kel_ViewAccessibility::install();
 }
+
+namespace {
+
+void collectFocusable(Kel_ViewInterface* view, QList<Kel_ViewInterface*>& views)
+{
+    if (view->acceptsFocus())
+        views.append(view);
+    for (Kel_ViewInterface* child : Kel_ViewAccessibility::accessibleChildren(view))
+        collectFocusable(child, views);
+}
+
+} // namespace
 
 Kel_BridgeBase::~Kel_BridgeBase()
 {
@@ -129,4 +149,104 @@ void Kel_BridgeBase::deleteChild()
     Kel_ViewInterface* view = mChildP;
     mChildP = nullptr;
     delete view;
+}
+
+QList<Kel_ViewInterface*> Kel_BridgeBase::focusableViews() const
+{
+    QList<Kel_ViewInterface*> views;
+    if (mChildP)
+        collectFocusable(mChildP, views);
+    return views;
+}
+
+Kel_ViewInterface* Kel_BridgeBase::focusedView() const
+{
+    Kel_ViewInterface* view = mChildP;
+    Kel_ViewInterface* focused = view && view->acceptsFocus() ? view : nullptr;
+    while (auto* container = dynamic_cast<Kel_ContainerViewBase*>(view)) {
+        view = container->getFocusView();
+        auto* reveal = dynamic_cast<Kel_RevealView*>(container);
+        // A folded body takes no keys.
+        if (!view || (reveal && view == reveal->body() && !reveal->isRevealed()))
+            break;
+        if (view->acceptsFocus())
+            focused = view;
+    }
+    return focused;
+}
+
+void Kel_BridgeBase::setFocusedView(Kel_ViewInterface* view)
+{
+    std::vector<Kel_ViewInterface*> path;
+    for (Kel_ViewInterface* v = view; v; v = Kel_ViewAccessibility::parentView(v))
+        path.push_back(v);
+    if (path.empty() || path.back() != mChildP)
+        return;
+    for (size_t i = path.size() - 1; i > 0; --i) {
+        if (auto* container = dynamic_cast<Kel_ContainerViewBase*>(path[i]))
+            container->setFocusView(path[i - 1]);
+    }
+    if (auto* container = dynamic_cast<Kel_ContainerViewBase*>(view))
+        container->setFocusView(nullptr);
+    focusMayHaveChanged();
+}
+
+bool Kel_BridgeBase::focusNextView(bool next)
+{
+    const QList<Kel_ViewInterface*> views = focusableViews();
+    const int current = views.indexOf(focusedView());
+    const int target = current < 0 ? (next ? 0 : views.size() - 1) : (next ? current + 1 : current - 1);
+    if (target < 0 || target >= views.size())
+        return false;
+    setFocusedView(views.at(target));
+    return true;
+}
+
+void Kel_BridgeBase::focusEntered(Qt::FocusReason reason)
+{
+    const QList<Kel_ViewInterface*> views = focusableViews();
+    // Entered from outside: the focused view is new to the reader.
+    mReportedFocusP = nullptr;
+    if (!views.isEmpty() && reason == Qt::TabFocusReason)
+        setFocusedView(views.first());
+    else if (!views.isEmpty() && reason == Qt::BacktabFocusReason)
+        setFocusedView(views.last());
+    else if (!views.isEmpty() && !focusedView() && reason != Qt::MouseFocusReason) // a click picks its own view
+        setFocusedView(views.first());
+    else
+        focusMayHaveChanged();
+    if (QWidget* host = viewHostWidget())
+        host->update();
+}
+
+void Kel_BridgeBase::focusMayHaveChanged()
+{
+    Kel_ViewInterface* focused = focusedView();
+    if (focused == mReportedFocusP)
+        return;
+    mReportedFocusP = focused;
+    QWidget* host = viewHostWidget();
+    // The frame and the reader follow the keyboard focus only.
+    if (!host || !focused || !host->hasFocus())
+        return;
+    host->update();
+    QRect rect;
+    if (focused != mChildP && Kel_ViewAccessibility::hostWidget(focused, &rect))
+        showFocusedRect(rect);
+    Kel_ViewAccessibility::notifyFocus(focused);
+}
+
+void Kel_BridgeBase::paintFocusFrame(QPainter& painter) const
+{
+    QWidget* host = viewHostWidget();
+    Kel_ViewInterface* focused = host && host->hasFocus() ? focusedView() : nullptr;
+    QRect rect;
+    if (!focused || focused == mChildP || !Kel_ViewAccessibility::hostWidget(focused, &rect) || rect.width() < 3 ||
+        rect.height() < 3)
+        return;
+    painter.save();
+    painter.setPen(QPen(host->palette().color(QPalette::Highlight), 1, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(rect.adjusted(0, 0, -1, -1));
+    painter.restore();
 }

@@ -4,6 +4,7 @@
 #include "kelcore_export.h"
 
 #include <QColor>
+#include <QList>
 #include <QPixmap>
 #include <QPoint>
 #include <QRect>
@@ -44,6 +45,23 @@ public:
     // nothing has that name.
     virtual QRect findPoi(const QString& dottedName);
 
+    // The widget the hosted view is painted on: the bridge itself, or the
+    // content widget of a scroll area.
+    QWidget* viewHost() const { return viewHostWidget(); }
+
+    // Keyboard focus among the hosted views. The views that accept focus,
+    // depth first in reading order (what Tab walks through).
+    QList<Kel_ViewInterface*> focusableViews() const;
+    // The innermost view accepting focus on the path that key presses take
+    // from the hosted view (each container's focus view), or null.
+    Kel_ViewInterface* focusedView() const;
+    // Makes key presses reach view, a view of the hosted tree (others are
+    // ignored); moves the focus frame and tells accessibility clients.
+    void setFocusedView(Kel_ViewInterface* view);
+    // Moves the focus to the next (or previous) focusable view; false when
+    // there is none that way, so that the focus can leave the bridge.
+    bool focusNextView(bool next);
+
 protected:
     // Member-wise, as bridges never are copied themselves (they are widgets).
     Kel_BridgeBase(const Kel_BridgeBase&) = default;
@@ -60,6 +78,18 @@ protected:
     // Gives up the hosted view without deleting it, when it is view (then
     // true); the view keeps no parent.
     bool releaseChild(Kel_ViewInterface* view);
+    // The host got the keyboard focus: Tab enters at the first focusable
+    // view, Backtab at the last; otherwise the focused view stays (the
+    // first one when none was, unless a click is giving the focus).
+    void focusEntered(Qt::FocusReason reason);
+    // After input that may have moved the focus among the views: repaints
+    // the focus frame and tells accessibility clients when it moved.
+    void focusMayHaveChanged();
+    // A dotted frame around the focused view while the host has the focus
+    // (not around the hosted view itself, which shows its own focus).
+    void paintFocusFrame(QPainter& painter) const;
+    // The focused view's rectangle (host coordinates) should be seen.
+    virtual void showFocusedRect(const QRect&) {}
 
     Kel_ViewInterface* mChildP;
     bool mTiled;
@@ -67,6 +97,10 @@ protected:
     bool mHasBackgroundColor;
     QColor mBackgroundColor;
     QWidget* mWidgetP;
+
+private:
+    // The focused view last reported; compared, never used.
+    const Kel_ViewInterface* mReportedFocusP = nullptr;
 };
 
 #endif

@@ -9,6 +9,7 @@
 #include <QDragLeaveEvent>
 #include <QDragMoveEvent>
 #include <QDropEvent>
+#include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -111,6 +112,27 @@ void Kel_BridgeQScrollArea::ViewportWidget::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     mAreaP->paintBackground(painter, rect());
     mAreaP->drawContents(&painter, event->rect());
+    mAreaP->paintFocusFrame(painter);
+}
+
+void Kel_BridgeQScrollArea::ViewportWidget::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    if (mAreaP)
+        mAreaP->focusEntered(event->reason());
+}
+
+void Kel_BridgeQScrollArea::ViewportWidget::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+bool Kel_BridgeQScrollArea::ViewportWidget::focusNextPrevChild(bool next)
+{
+    if (mAreaP && hasFocus() && mAreaP->focusNextView(next))
+        return true;
+    return QWidget::focusNextPrevChild(next);
 }
 
 void Kel_BridgeQScrollArea::ViewportWidget::resizeEvent(QResizeEvent* event)
@@ -126,6 +148,8 @@ void Kel_BridgeQScrollArea::ViewportWidget::mousePressEvent(QMouseEvent* event)
         view->mousePressEvent(event, event->pos());
     // The content keeps the mouse until the release, whatever the view did.
     event->accept();
+    if (mAreaP)
+        mAreaP->focusMayHaveChanged();
 }
 
 void Kel_BridgeQScrollArea::ViewportWidget::mouseReleaseEvent(QMouseEvent* event)
@@ -503,4 +527,9 @@ bool Kel_BridgeQScrollArea::viewportEvent(QEvent* event)
         local = Kel_QtCompat::dropPosition(static_cast<QDropEvent*>(event));
     mViewportWidgetP->forwardDragEvent(event, mViewportWidgetP->mapFrom(viewport(), local));
     return true;
+}
+
+void Kel_BridgeQScrollArea::showFocusedRect(const QRect& rect)
+{
+    ensureRectVisible(rect);
 }

@@ -48,6 +48,10 @@ public:
         void dragMoveEvent(QDragMoveEvent* event) override;
         void dragLeaveEvent(QDragLeaveEvent* event) override;
         void dropEvent(QDropEvent* event) override;
+        // Keyboard focus: Tab moves among the views that accept focus first.
+        void focusInEvent(QFocusEvent* event) override;
+        void focusOutEvent(QFocusEvent* event) override;
+        bool focusNextPrevChild(bool next) override;
 
     private:
         Kel_BridgeQScrollArea* mAreaP;
@@ -100,6 +104,8 @@ protected:
     // Where the cursor is, in viewport coordinates; auto-scroll steers by it.
     virtual QPoint cursorPosInViewport() const;
     QWidget* viewHostWidget() const override { return mViewportWidgetP; }
+    // Scrolls the view that got the keyboard focus into sight.
+    void showFocusedRect(const QRect& rect) override;
 
     // Watches the viewport: drag moves near its edges start auto-scroll.
     bool eventFilter(QObject* watched, QEvent* event) override;

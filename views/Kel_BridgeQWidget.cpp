@@ -9,6 +9,7 @@
 #include <QDragLeaveEvent>
 #include <QDragMoveEvent>
 #include <QDropEvent>
+#include <QFocusEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -38,6 +39,39 @@ void Kel_BridgeQWidget::setChild(Kel_ViewInterface* view)
     resize(mChildP->getSize());
     updateGeometry();
     update();
+    updateFocusPolicy();
+}
+
+void Kel_BridgeQWidget::updateFocusPolicy()
+{
+    if (focusPolicy() == Qt::NoFocus && !focusableViews().isEmpty())
+        setFocusPolicy(Qt::StrongFocus);
+}
+
+void Kel_BridgeQWidget::showEvent(QShowEvent* event)
+{
+    // Views may have been added to the hosted tree since setChild.
+    updateFocusPolicy();
+    QWidget::showEvent(event);
+}
+
+void Kel_BridgeQWidget::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    focusEntered(event->reason());
+}
+
+void Kel_BridgeQWidget::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+bool Kel_BridgeQWidget::focusNextPrevChild(bool next)
+{
+    if (hasFocus() && focusNextView(next))
+        return true;
+    return QWidget::focusNextPrevChild(next);
 }
 
 void Kel_BridgeQWidget::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
@@ -142,6 +176,7 @@ void Kel_BridgeQWidget::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     paintBackground(painter, rect());
     mChildP->drawContents(&painter, event->rect());
+    paintFocusFrame(painter);
 }
 
 void Kel_BridgeQWidget::resizeEvent(QResizeEvent* event)
@@ -156,6 +191,7 @@ void Kel_BridgeQWidget::mousePressEvent(QMouseEvent* event)
     if (mChildP)
         mChildP->mousePressEvent(event, event->pos());
     QWidget::mousePressEvent(event);
+    focusMayHaveChanged();
 }
 
 void Kel_BridgeQWidget::mouseReleaseEvent(QMouseEvent* event)

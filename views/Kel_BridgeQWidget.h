@@ -59,9 +59,16 @@ protected:
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    // Keyboard focus: Tab moves among the views that accept focus first.
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void rowsChanged(int y);
+    // A bridge with views that take the focus is a tab stop.
+    void updateFocusPolicy();
 };
 
 #endif

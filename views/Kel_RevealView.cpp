@@ -1,7 +1,9 @@
 #include "Kel_RevealView.h"
 
 #include "Kel_ValueViewBase.h"
+#include "Kel_ViewAccessibility.h"
 
+#include <QAccessible>
 #include <QFontMetrics>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -20,8 +22,10 @@ const int kTitleMargin = 4;
 
 Kel_RevealView::Kel_RevealView() : Kel_ContainerViewBase()
 {
-    // Views are read-only unless they say otherwise; the header is meant to be operated.
+    // Views are read-only unless they say otherwise; the header is meant to
+    // be operated, from the keyboard too (Space).
     setReadOnly(false);
+    setAcceptsFocus(true);
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{&mRevealed, &mTitleModel})
         property->onNotify([this] { updateAppearance(); });
     relayout();
@@ -103,9 +107,17 @@ void Kel_RevealView::updateAppearance()
     bool revealed = mOwnState;
     if (mRevealed.isConnected())
         mRevealed->get(revealed);
+    const bool changed = mShown != revealed;
     mShown = revealed;
     // The title may have changed the width, the state the height.
     relayout();
+    if (changed && Kel_ViewAccessibility::reportsEvents()) {
+        QAccessible::State state;
+        state.expanded = true;
+        state.collapsed = true;
+        Kel_ViewAccessibility::notifyStateChanged(this, state);
+        Kel_ViewAccessibility::notifyEvent(this, QAccessible::ObjectReorder);
+    }
 }
 
 void Kel_RevealView::toggle()

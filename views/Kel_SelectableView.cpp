@@ -1,5 +1,8 @@
 #include "Kel_SelectableView.h"
 
+#include "Kel_ViewAccessibility.h"
+
+#include <QAccessible>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -12,14 +15,14 @@ Kel_SelectableView::Kel_SelectableView() : Kel_ContainerViewBase()
     setReadOnly(false);
     // A click makes it the focus of its container, for Space.
     setAcceptsFocus(true);
-    mSelected.onNotify([this] { sendAllBitsChanged(); });
+    mSelected.onNotify([this] { selectionNotified(); });
 }
 
 Kel_SelectableView::Kel_SelectableView(const Kel_SelectableView& other)
     : Kel_ContainerViewBase(other), mHighlight(other.mHighlight), mHighlightedText(other.mHighlightedText)
 {
     mSelected.setSpec(other.mSelected.spec());
-    mSelected.onNotify([this] { sendAllBitsChanged(); });
+    mSelected.onNotify([this] { selectionNotified(); });
 }
 
 Kel_SelectableView::~Kel_SelectableView() = default;
@@ -87,6 +90,16 @@ void Kel_SelectableView::keyPressEvent(QKeyEvent* event)
     }
     event->accept();
     userSetSelected(!isSelected());
+}
+
+void Kel_SelectableView::selectionNotified()
+{
+    sendAllBitsChanged();
+    if (!Kel_ViewAccessibility::reportsEvents())
+        return;
+    QAccessible::State changed;
+    changed.selected = true;
+    Kel_ViewAccessibility::notifyStateChanged(this, changed);
 }
 
 void Kel_SelectableView::userSetSelected(bool selected)

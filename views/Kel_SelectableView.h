@@ -39,6 +39,8 @@ public:
 
     // Whether the model holds true now (false when unconnected).
     bool isSelected() const;
+    // Whether the model is connected (else clicks do nothing).
+    bool isBound() const { return mSelected.isConnected(); }
 
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment) override;
     void drawContents(QPainter* painter, const QRect& rect) override;
@@ -50,6 +52,8 @@ private:
     // Sends selected to the model; repaints either way, so that a refused
     // change shows the model's state again.
     void userSetSelected(bool selected);
+    // The model changed: repaint, and tell accessibility clients.
+    void selectionNotified();
 
     Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mSelected{this, Kel_BoundPropertyBase::kConnectAlways};
     QColor mHighlight;

@@ -1,6 +1,9 @@
 #include "Kel_ValueViewBase.h"
 
 #include "Kel_FontManager.h"
+#include "Kel_ViewAccessibility.h"
+
+#include <QAccessible>
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -66,9 +69,27 @@ QFont Kel_ValueViewBase::getFont() const
     return sInheritedFontScopeP ? sInheritedFontScopeP->font() : listFont();
 }
 
-void Kel_ValueViewBase::updateAppearance()
+QString Kel_ValueViewBase::currentText()
 {
     readValues();
+    return mText;
+}
+
+bool Kel_ValueViewBase::isBound() const
+{
+    return !mShownPropertyP || mShownPropertyP->isConnected();
+}
+
+void Kel_ValueViewBase::updateAppearance()
+{
+    if (!Kel_ViewAccessibility::reportsEvents()) {
+        readValues();
+    } else {
+        const QString before = mText;
+        readValues();
+        if (mText != before)
+            Kel_ViewAccessibility::notifyValueChanged(this, mText);
+    }
     sendAllBitsChanged();
 }
 
@@ -91,6 +112,8 @@ void Kel_ValueViewBase::drawContents(QPainter* painter, const QRect&)
 
 void Kel_ValueViewBase::refreshOnNotification(Kel_BoundPropertyBase& property)
 {
+    if (!mShownPropertyP)
+        mShownPropertyP = &property;
     // Any notification (value changed, connected or disconnected) leads to a full re-read.
     property.onNotify([this] { updateAppearance(); });
 }

@@ -48,6 +48,11 @@ public:
 
     // The text as last read from the models (at the last notification or paint).
     QString getText() const { return mText; }
+    // Reads the models again and answers the text the view shows now.
+    QString currentText();
+    // Whether the model of the shown value is connected; true for a view
+    // without one (a fixed text).
+    bool isBound() const;
     // The text colour as last read; invalid means the colour of the painter's pen.
     QColor getTextColor() const { return mTextColor; }
 
@@ -60,7 +65,8 @@ public:
     void unsetFont() { mHasOwnFont = false; }
     QFont getFont() const;
 
-    // Re-reads the models and asks the parent to repaint the view.
+    // Re-reads the models and asks the parent to repaint the view; a
+    // changed text is reported to accessibility clients.
     void updateAppearance();
     // Re-reads the models and draws the text inside the view.
     void drawContents(QPainter* painter, const QRect& rect) override;
@@ -74,6 +80,7 @@ protected:
     // Sends every notification of property to updateAppearance. The
     // property of the value the view shows is made with kConnectAlways, so
     // that every connection (bound or not) makes the view read it again.
+    // The first property given is taken for the shown value's (isBound).
     void refreshOnNotification(Kel_BoundPropertyBase& property);
 
 private:
@@ -83,6 +90,7 @@ private:
     Qt::TextElideMode mElideMode;
     bool mHasOwnFont;
     QFont mFont;
+    const Kel_BoundPropertyBase* mShownPropertyP = nullptr; // a member of the derived view
 };
 
 #endif

@@ -1,12 +1,16 @@
 #include "Kel_ImageMappedButtons.h"
 
+#include "Kel_ViewAccessibility.h"
 #include "Kel_WhatsThis.h"
 #include "Ost_Resource.h"
 
 #include <QColor>
+#include <QFocusEvent>
 #include <QHelpEvent>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPen>
 #include <QPointer>
 #include <QToolTip>
 
@@ -25,6 +29,9 @@ QImage loadImage(const QByteArray& path)
 Kel_ImageMappedButtons::Kel_ImageMappedButtons(QWidget* parent, const char* name) : QWidget(parent), mPressed(-1)
 {
     setObjectName(QString::fromLatin1(name));
+    // Reached by Tab for its keys; a click leaves the focus where it was.
+    setFocusPolicy(Qt::TabFocus);
+    Kel_ViewAccessibility::install(); // screen readers see it through the library's factory
     mActions.onNotify([this] { updateAppearance(); });
     Kel_WhatsThis::setBestWhatsThisName(this, "Kel_ImageMappedButtons");
 }
@@ -85,6 +92,9 @@ void Kel_ImageMappedButtons::updateAppearance()
         mEnabled[i] = mActions->isElementEnabled(i);
     if (!isButtonEnabled(mPressed))
         mPressed = -1;
+    // The keys move on from a button that became disabled.
+    if (hasFocus() && !isButtonEnabled(mKeyButton))
+        mKeyButton = nextEnabledButton(1);
     refresh();
 }
 
@@ -169,8 +179,84 @@ void Kel_ImageMappedButtons::refresh()
     update();
 }
 
+int Kel_ImageMappedButtons::nextEnabledButton(int step) const
+{
+    const int count = mColors.size();
+    if (count == 0)
+        return -1;
+    int button = mKeyButton < 0 ? (step > 0 ? count - 1 : 0) : mKeyButton;
+    for (int i = 0; i < count; ++i) {
+        button = (button + step + count) % count;
+        if (isButtonEnabled(button))
+            return button;
+    }
+    return -1;
+}
+
+QRect Kel_ImageMappedButtons::buttonRect(int button) const
+{
+    QRect rect;
+    if (button < 0 || button >= mColors.size())
+        return rect;
+    const QRgb color = mColors.at(button);
+    for (int y = 0; y < mMap.height(); ++y) {
+        for (int x = 0; x < mMap.width(); ++x) {
+            if (mMap.pixel(x, y) == color)
+                rect |= QRect(x, y, 1, 1);
+        }
+    }
+    return rect;
+}
+
+void Kel_ImageMappedButtons::focusInEvent(QFocusEvent* event)
+{
+    if (!isButtonEnabled(mKeyButton))
+        mKeyButton = nextEnabledButton(1);
+    QWidget::focusInEvent(event);
+}
+
+void Kel_ImageMappedButtons::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Up:
+    case Qt::Key_Right:
+    case Qt::Key_Down:
+        mKeyButton = nextEnabledButton(event->key() == Qt::Key_Left || event->key() == Qt::Key_Up ? -1 : 1);
+        update();
+        return;
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat() && isButtonEnabled(mKeyButton))
+            setPressed(mKeyButton);
+        return;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        if (isButtonEnabled(mKeyButton))
+            mActions->triggerElement(mKeyButton);
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void Kel_ImageMappedButtons::keyReleaseEvent(QKeyEvent* event)
+{
+    if (event->key() != Qt::Key_Space || event->isAutoRepeat()) {
+        QWidget::keyReleaseEvent(event);
+        return;
+    }
+    const int pressed = mPressed;
+    setPressed(-1);
+    if (pressed >= 0 && pressed == mKeyButton)
+        mActions->triggerElement(pressed);
+}
+
 void Kel_ImageMappedButtons::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.drawImage(0, 0, mShown);
+    if (hasFocus() && isButtonEnabled(mKeyButton)) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        painter.drawRect(buttonRect(mKeyButton).adjusted(0, 0, -1, -1));
+    }
 }

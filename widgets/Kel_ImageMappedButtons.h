@@ -62,6 +62,8 @@ public:
     bool isButtonEnabled(int button) const { return button >= 0 && button < mEnabled.size() && mEnabled[button]; }
     // The button held down, or -1.
     int pressedButton() const { return mPressed; }
+    // The button the keys act on (framed while the widget has the focus), or -1.
+    int keyboardButton() const { return mKeyButton; }
 
     QSize sizeHint() const override;
 
@@ -69,9 +71,19 @@ protected:
     bool event(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    // Left and Right (Up and Down) choose among the enabled buttons; Space
+    // held, or Return, presses the chosen one.
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    // The next enabled button from mKeyButton in direction step (1 or -1),
+    // round the end; -1 when none is enabled.
+    int nextEnabledButton(int step) const;
+    // The bounding rectangle of a button's area in the map.
+    QRect buttonRect(int button) const;
     void setPressed(int button);
     void refresh();
 
@@ -88,6 +100,7 @@ private:
     QVector<QRgb> mColors;
     QVector<bool> mEnabled;
     int mPressed;
+    int mKeyButton = -1;
 };
 
 #endif

@@ -1,5 +1,6 @@
 #include "Kel_ImmediateActionButton.h"
 
+#include "Kel_KeyboardClick_p.h"
 #include "Kel_WhatsThis.h"
 #include "Ost_Resource.h"
 
@@ -26,6 +27,8 @@ Kel_ImmediateActionButton::Kel_ImmediateActionButton(QWidget* parent, const char
     mScript.onReadinessChanged([this] { handleMsgEnabledStateDefault(); });
 
     Kel_WhatsThis::setBestWhatsThisName(this, "Kel_ImmediateActionButton");
+    // Tab reaches it, Space or Return presses it.
+    Kel_KeyboardClick::install(this);
 }
 
 Kel_ImmediateActionButton::~Kel_ImmediateActionButton() = default;

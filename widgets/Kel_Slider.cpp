@@ -1,8 +1,10 @@
 #include "Kel_Slider.h"
 
 #include "Kel_ResourceImage.h"
+#include "Kel_ViewAccessibility.h"
 #include "Kel_WhatsThis.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -33,6 +35,9 @@ Kel_Slider::Kel_Slider(QWidget* parent, const char* name)
 {
     setObjectName(QString::fromLatin1(name));
     setWindowTitle(QString::fromLatin1(name));
+    // Reached by Tab for its keys; a drag leaves the focus where it was.
+    setFocusPolicy(Qt::TabFocus);
+    Kel_ViewAccessibility::install(); // screen readers see it through the library's factory
 
     mValueListener.onNotify([this] { handleMsgValueDefault(); });
     mRangeMinListener.onNotify([this] { handleMsgRangeMinDefault(); });
@@ -271,6 +276,45 @@ void Kel_Slider::mouseReleaseEvent(QMouseEvent* event)
     QWidget::mouseReleaseEvent(event);
 }
 
+void Kel_Slider::keyPressEvent(QKeyEvent* event)
+{
+    if (!isModelEnabled() || !mValueListener.isConnected() || mMin >= mMax || event->modifiers() != Qt::NoModifier) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    const long page = qMax(1L, (long(mMax) - long(mMin)) / 10);
+    long target = mValue;
+    switch (event->key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Down:
+        target = long(mValue) - 1;
+        break;
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+        target = long(mValue) + 1;
+        break;
+    case Qt::Key_PageDown:
+        target = long(mValue) - page;
+        break;
+    case Qt::Key_PageUp:
+        target = long(mValue) + page;
+        break;
+    case Qt::Key_Home:
+        target = mMin;
+        break;
+    case Qt::Key_End:
+        target = mMax;
+        break;
+    default:
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+    target = qBound(long(mMin), target, long(mMax));
+    if (target != mValue)
+        mValueListener.set(target);
+}
+
 void Kel_Slider::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -278,4 +322,8 @@ void Kel_Slider::paintEvent(QPaintEvent*)
     drawBackground(&painter);
     if (isModelEnabled())
         drawHandle(&painter);
+    if (hasFocus()) {
+        painter.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
 }

@@ -88,6 +88,10 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    // Arrows move the value by one, Page Up and Down by a tenth of the
+    // range, Home and End to its ends.
+    void keyPressEvent(QKeyEvent* event) override;
+    // Draws a dotted frame while the slider has the keyboard focus.
     void paintEvent(QPaintEvent* event) override;
 
 private:

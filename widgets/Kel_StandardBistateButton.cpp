@@ -1,5 +1,6 @@
 #include "Kel_StandardBistateButton.h"
 
+#include "Kel_KeyboardClick_p.h"
 #include "Kel_ResourceImage.h"
 #include "Kel_WhatsThis.h"
 
@@ -38,6 +39,8 @@ Kel_StandardBistateButton::Kel_StandardBistateButton(QWidget* parent, const char
         property->onNotify([this] { handleStateChangeMsgDefault(); });
 
     Kel_WhatsThis::setBestWhatsThisName(this, "Kel_StandardBistateButton");
+    // Tab reaches it, Space or Return clicks it.
+    Kel_KeyboardClick::install(this);
 }
 
 Kel_StandardBistateButton::~Kel_StandardBistateButton() = default;

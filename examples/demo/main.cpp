@@ -4,6 +4,9 @@
 //   kelcore_demo --panel TITLE           opens it on one panel
 //   kelcore_demo --screenshot FILE.png   renders the window, writes the PNG and exits
 //   kelcore_demo --list-panels           prints the panel titles, one per line
+//   kelcore_demo --panel TITLE --accessibility-tree
+//                                        prints the panel's accessibility tree and exits
+#include "DemoAccessibility.h"
 #include "DemoModels.h"
 #include "DemoPanel.h"
 #include "DemoWindow.h"
@@ -17,6 +20,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPixmap>
+#include <QTabWidget>
 #include <QTextStream>
 #include <QTimer>
 #include <cstdio>
@@ -36,7 +40,8 @@ int main(int argc, char** argv)
     QCommandLineOption screenshot("screenshot", "Render the window to a PNG file and exit.", "file");
     QCommandLineOption panel("panel", "Open on the panel with this title.", "title");
     QCommandLineOption listPanels("list-panels", "Print the panel titles and exit.");
-    parser.addOptions({screenshot, panel, listPanels});
+    QCommandLineOption accessibilityTree("accessibility-tree", "Print the panel's accessibility tree and exit.");
+    parser.addOptions({screenshot, panel, listPanels, accessibilityTree});
     parser.process(app);
 
     if (parser.isSet(listPanels)) {
@@ -61,6 +66,14 @@ int main(int argc, char** argv)
     }
     window.show();
 
+    if (parser.isSet(accessibilityTree)) {
+        // What a screen reader finds on the panel, once its layouts settled.
+        QTimer::singleShot(50, &window, [&] {
+            QTextStream(stdout) << demoAccessibilityTree(window.tabs()->currentWidget());
+            app.quit();
+        });
+        return app.exec();
+    }
     if (!parser.isSet(screenshot))
         return app.exec();
 

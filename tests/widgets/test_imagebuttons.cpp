@@ -11,6 +11,9 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QLineEdit>
 #include <QRandomGenerator>
 #include <QTest>
 #include <QVBoxLayout>
@@ -294,4 +297,60 @@ TEST_F(BistateTest, RandomPressesMovesAndModelChangesFollowTheTrackingRules)
     }
     if (held)
         release();
+}
+
+TEST_F(BistateTest, TabReachesTheButtonSpaceOrReturnClickItAndAClickLeavesTheFocus)
+{
+    connect();
+    auto* edit = new QLineEdit(&window);
+    window.layout()->addWidget(edit);
+    edit->show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    edit->setFocus();
+    ASSERT_TRUE(waitFor([&] { return edit->hasFocus(); }));
+    QTest::keyClick(edit, Qt::Key_Backtab);
+    ASSERT_TRUE(button->hasFocus());
+    auto* frame = button->findChild<QWidget*>();
+    ASSERT_NE(frame, nullptr);
+    EXPECT_TRUE(frame->isVisible()); // the focus shows
+
+    QTest::keyClick(button, Qt::Key_Space);
+    EXPECT_TRUE(mute.getValue());
+    QTest::keyClick(button, Qt::Key_Return);
+    EXPECT_FALSE(mute.getValue());
+    QTest::keyClick(button, Qt::Key_A); // other keys go on
+    EXPECT_FALSE(mute.getValue());
+
+    edit->setFocus();
+    ASSERT_TRUE(waitFor([&] { return edit->hasFocus(); }));
+    EXPECT_FALSE(frame->isVisible());
+    press();
+    release();
+    EXPECT_TRUE(mute.getValue());
+    EXPECT_TRUE(edit->hasFocus());
+}
+
+TEST_F(BistateTest, ReadersSeeAToggleButtonNamedByItsToolTipWhosePressClicksIt)
+{
+    connect();
+    button->SetTooltipText(QStringLiteral("Mute the mix"));
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Button);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("Mute the mix"));
+    EXPECT_TRUE(iface->state().checkable);
+    EXPECT_FALSE(iface->state().checked);
+    ASSERT_NE(iface->actionInterface(), nullptr);
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(mute.getValue());
+    EXPECT_TRUE(iface->state().checked);
+    iface->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(mute.getValue());
+
+    disabled.setValue(true); // nothing to press on a disabled button
+    EXPECT_TRUE(iface->state().disabled);
+    EXPECT_FALSE(iface->actionInterface()->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_FALSE(mute.getValue());
 }

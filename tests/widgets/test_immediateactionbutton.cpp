@@ -8,6 +8,8 @@
 #include "TaskScheduler.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QTest>
@@ -229,4 +231,47 @@ TEST_F(ImmediateButtonTest, AScriptThatDisablesOrHidesTheButtonStartsNoRepeat)
         advance(3000);
         EXPECT_EQ(runs, (std::vector<qint64>{0}));
     }
+}
+
+TEST_F(ImmediateButtonTest, SpaceHeldPressesAndRepeatsAsTheMouseDoesAndReturnPressesOnce)
+{
+    button->setQuorAutoRepeat(true);
+    button->setRepeatDelay(300);
+    button->setRepeatInterval(100);
+    connect();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    button->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(waitFor([&] { return button->hasFocus(); }));
+    pressTime = TaskScheduler::instance()->now();
+    QTest::keyPress(button, Qt::Key_Space);
+    advance(550);
+    QTest::keyRelease(button, Qt::Key_Space);
+    advance(1000);
+    EXPECT_EQ(runs, (std::vector<qint64>{0, 300, 400, 500}));
+
+    runs.clear();
+    QTest::keyClick(button, Qt::Key_Return);
+    advance(1000);
+    EXPECT_EQ(runs.size(), 1u);
+
+    // Losing the focus while Space is held lets go, as a release would.
+    runs.clear();
+    QTest::keyPress(button, Qt::Key_Space);
+    button->clearFocus();
+    advance(1000);
+    EXPECT_EQ(runs.size(), 1u);
+}
+
+TEST_F(ImmediateButtonTest, ReadersSeeAButtonWhosePressRunsTheScript)
+{
+    connect();
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(button);
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Button);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("playButton"));
+    iface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_EQ(runs.size(), 1u);
+    count.setEnabled(false); // a disabled action greys the button out
+    EXPECT_TRUE(iface->state().disabled);
 }

@@ -7,6 +7,8 @@
 #include "TestImages.h"
 #include "TestSupport.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
 #include <QRandomGenerator>
 #include <QTest>
 #include <gtest/gtest.h>
@@ -169,4 +171,55 @@ TEST_F(SliderTest, RandomRangeAndValueChangesAlwaysEndInRange)
             EXPECT_EQ(slider->pixelsPerUnit(), 200.0 / double(maximum.getValue() - minimum.getValue()));
         }
     }
+}
+
+TEST_F(SliderTest, KeysMoveTheValueWithinTheRangeAndTheFocusIsFramed)
+{
+    slider->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(slider.get()));
+    slider->clearFocus(); // a window shown alone gives itself the focus
+    const QImage unfocused = slider->grab().toImage();
+    slider->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(waitFor([&] { return slider->hasFocus(); }));
+    value.setValue(50);
+    QTest::keyClick(slider.get(), Qt::Key_Right);
+    EXPECT_EQ(value.getValue(), 51);
+    QTest::keyClick(slider.get(), Qt::Key_Down);
+    EXPECT_EQ(value.getValue(), 50);
+    QTest::keyClick(slider.get(), Qt::Key_PageUp);
+    EXPECT_EQ(value.getValue(), 60);
+    QTest::keyClick(slider.get(), Qt::Key_End);
+    EXPECT_EQ(value.getValue(), 100);
+    QTest::keyClick(slider.get(), Qt::Key_Up); // stays at the top
+    EXPECT_EQ(value.getValue(), 100);
+    QTest::keyClick(slider.get(), Qt::Key_Home);
+    EXPECT_EQ(value.getValue(), 0);
+    QTest::keyClick(slider.get(), Qt::Key_PageDown);
+    EXPECT_EQ(value.getValue(), 0);
+
+    // A dotted frame runs along the top edge.
+    const QImage focused = slider->grab().toImage();
+    int framed = 0;
+    for (int x = 30; x < 220; ++x)
+        framed += focused.pixel(x, 0) != unfocused.pixel(x, 0) ? 1 : 0;
+    EXPECT_GT(framed, 40);
+
+    enabled.setValue(false); // a disabled slider takes no keys
+    QTest::keyClick(slider.get(), Qt::Key_End);
+    EXPECT_EQ(value.getValue(), 0);
+}
+
+TEST_F(SliderTest, ReadersSeeASliderWithItsValueAndRange)
+{
+    value.setValue(30);
+    QAccessibleInterface* iface = QAccessible::queryAccessibleInterface(slider.get());
+    ASSERT_NE(iface, nullptr);
+    EXPECT_EQ(iface->role(), QAccessible::Slider);
+    EXPECT_EQ(iface->text(QAccessible::Name), QStringLiteral("volume"));
+    ASSERT_NE(iface->valueInterface(), nullptr);
+    EXPECT_EQ(iface->valueInterface()->currentValue().toInt(), 30);
+    EXPECT_EQ(iface->valueInterface()->maximumValue().toInt(), 100);
+    maximum.setValue(50);
+    EXPECT_EQ(iface->valueInterface()->maximumValue().toInt(), 50);
+    EXPECT_EQ(iface->text(QAccessible::Value), QStringLiteral("30"));
 }

@@ -293,3 +293,40 @@ TEST_F(ImageMapTest, DisabledOrMissingActionsLeaveTheirButtonsInert)
     EXPECT_TRUE(calls.empty());
     EXPECT_FALSE(buttons->isButtonEnabled(0));
 }
+
+TEST_F(ImageMapTest, ArrowsChooseAmongTheEnabledButtonsAndSpaceOrReturnPressTheChosenOne)
+{
+    actions.setEnabledFunction(&allButTheSecond);
+    actions.Publish();
+    buttons->setBaseConnectionSpec("Value.MapButtons");
+    show();
+    connect();
+    buttons->window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(buttons->window()));
+    buttons->setFocus(Qt::TabFocusReason);
+    ASSERT_TRUE(waitFor([&] { return buttons->hasFocus(); }));
+    EXPECT_EQ(buttons->keyboardButton(), 0); // the first enabled one
+    QTest::keyClick(buttons, Qt::Key_Right); // the disabled second is skipped
+    EXPECT_EQ(buttons->keyboardButton(), 2);
+    QTest::keyClick(buttons, Qt::Key_Right); // round the end
+    EXPECT_EQ(buttons->keyboardButton(), 0);
+    QTest::keyClick(buttons, Qt::Key_Left);
+    EXPECT_EQ(buttons->keyboardButton(), 2);
+
+    QTest::keyPress(buttons, Qt::Key_Space);
+    EXPECT_EQ(buttons->pressedButton(), 2); // held: shown pressed, nothing called yet
+    EXPECT_TRUE(calls.empty());
+    QTest::keyRelease(buttons, Qt::Key_Space);
+    EXPECT_EQ(calls, std::vector<long>{2});
+    QTest::keyClick(buttons, Qt::Key_Left);
+    QTest::keyClick(buttons, Qt::Key_Return);
+    EXPECT_EQ(calls, (std::vector<long>{2, 0}));
+
+    // Everything disabled: nothing to choose, nothing pressed.
+    actions.setEnabledFunction([](long) { return false; });
+    buttons->updateAppearance();
+    QTest::keyClick(buttons, Qt::Key_Right);
+    EXPECT_EQ(buttons->keyboardButton(), -1);
+    QTest::keyClick(buttons, Qt::Key_Return);
+    EXPECT_EQ(calls.size(), 2u);
+}

@@ -166,8 +166,9 @@ QGroupBox* transportBar(QWidget* parent)
     auto* stop = new QPushButton(QStringLiteral("Stop"), box);
     QObject::connect(play, &QPushButton::clicked, [&models] { models.play(true); });
     QObject::connect(stop, &QPushButton::clicked, [&models] { models.play(false); });
-    play->setFocusPolicy(Qt::NoFocus);
-    stop->setFocusPolicy(Qt::NoFocus);
+    // Reached by Tab, but a click leaves the focus on the timecode being typed into.
+    play->setFocusPolicy(Qt::TabFocus);
+    stop->setFocusPolicy(Qt::TabFocus);
     row->addWidget(play);
     row->addWidget(stop);
     row->addWidget(new QLabel(QStringLiteral("29.97 DF"), box));

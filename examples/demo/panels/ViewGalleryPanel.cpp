@@ -20,6 +20,7 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QVBoxLayout>
@@ -102,7 +103,8 @@ public:
     JogWheel(Mve_SimpleValue<long>* frame, QWidget* parent) : QWidget(parent), mFrameP(frame)
     {
         setMinimumSize(160, 60);
-        setToolTip(QStringLiteral("Drag sideways to jog; the pointer stays put"));
+        setToolTip(QStringLiteral("Drag sideways to jog, or use the arrow keys; the pointer stays put"));
+        setFocusPolicy(Qt::StrongFocus);
         auto* tracker = new Kel_RelativeMouseTracker(this);
         QObject::connect(tracker, &Kel_RelativeMouseTracker::moved, this, [this](int dx, int) {
             // Four pixels of motion per frame.
@@ -136,6 +138,23 @@ protected:
             if (std::sin(angle) > 0.05)
                 p.drawLine(QPointF(x, body.top() + 4), QPointF(x, body.bottom() - 4));
         }
+        if (hasFocus()) {
+            p.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+            p.setBrush(Qt::NoBrush);
+            p.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+        }
+    }
+
+    // Left and Right jog a frame at a time.
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const int step = event->key() == Qt::Key_Right ? 1 : event->key() == Qt::Key_Left ? -1 : 0;
+        if (step == 0) {
+            QWidget::keyPressEvent(event);
+            return;
+        }
+        mFrameP->setValue(mFrameP->getValue() + step);
+        update();
     }
 
 private:

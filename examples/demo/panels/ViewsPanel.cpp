@@ -13,6 +13,7 @@
 #include "Kel_LongIntView.h"
 #include "Kel_StringView.h"
 #include "Kel_TextView.h"
+#include "Kel_ValueViewBase.h"
 #include "Mve_Index.h"
 
 #include <QApplication>
@@ -46,13 +47,15 @@ struct ViewsPanelModels
 };
 
 // A fixed text: captions and headings of the demo (not bound to a model).
-class CaptionView : public Kel_ViewBase
+// A value view, so that screen readers read it as text.
+class CaptionView : public Kel_ValueViewBase
 {
 public:
     CaptionView(const QString& text, int width, bool heading) : mText(text), mHeading(heading)
     {
         setSize(QSize(width, kRowHeight));
     }
+    void readValues() override { setText(mText); }
     void drawContents(QPainter* painter, const QRect&) override
     {
         painter->save();
