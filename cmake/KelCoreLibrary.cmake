@@ -343,6 +343,8 @@ set(KELCORE_LISTS_SOURCES
   Kel_Header.cpp
   Kel_ListViewAccessible.cpp
   Kel_ListsAccessibility.cpp
+  Kel_ListWithColumnsAccessible.cpp
+  Kel_HeaderAccessible.cpp
 )
 set(KELCORE_LISTS_HEADERS
   Kel_ColumnDataModel.h
@@ -359,6 +361,8 @@ set(KELCORE_LISTS_HEADERS
 )
 set(KELCORE_LISTS_PRIVATE_HEADERS
   Kel_ListViewAccessible_p.h
+  Kel_ListWithColumnsAccessible_p.h
+  Kel_HeaderAccessible_p.h
 )
 
 kel_collect_folders(KELCORE core binding poi script views menu keymap widgets factory media lists dialogs)

@@ -1,6 +1,7 @@
 #include "Kel_Header.h"
 
 #include "Kel_FontManager.h"
+#include "Kel_ViewAccessibility.h"
 #include "Kel_PopupMenu.h"
 #include "Kel_WhatsThis.h"
 #include "Kel_TransparentOverlay.h"
@@ -8,7 +9,9 @@
 #include "Ost_Setting.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QFile>
+#include <QKeyEvent>
 #include <QMap>
 #include <QMouseEvent>
 #include <QPainter>
@@ -31,6 +34,8 @@ const int kResizeCancelBand = 80;
 const int kDragCancelSide = 150;
 const int kDragCancelVertical = 50;
 const int kSortMarkWidth = 12;
+// Ctrl+Shift+Left and Ctrl+Shift+Right change the chosen column's width by this much.
+const long kKeyResizeStep = 10;
 const unsigned short kOverlayAlpha = 200;
 
 const QString kHideItem = QStringLiteral("HideColumn");
@@ -56,6 +61,10 @@ Kel_Header::Kel_Header(QWidget* parent, const char* name) : QWidget(parent)
     setObjectName(QString::fromLatin1(name));
     setMouseTracking(true);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    // Reached by Tab; a click sorts or drags without taking the focus from
+    // what the user was typing into.
+    setFocusPolicy(Qt::TabFocus);
+    Kel_ViewAccessibility::install();
     Kel_WhatsThis::setBestWhatsThisName(this, "Kel_Header");
 
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{
@@ -353,6 +362,13 @@ void Kel_Header::paintEvent(QPaintEvent*)
             painter.drawText(textRect, Qt::AlignLeft | Qt::AlignVCenter,
                              metrics.elidedText(labelText(column), Qt::ElideRight, std::max(0, textRect.width())));
         }
+        if (p == keyboardColumn() && hasFocus()) {
+            // The column the keys act on.
+            painter.save();
+            painter.setPen(QPen(pal.color(QPalette::Highlight), 1, Qt::DotLine));
+            painter.drawRect(cell.adjusted(1, 1, -2, -2));
+            painter.restore();
+        }
         const int rule = mDividers[p] + kSeparator / 2;
         const bool dragged = mDivider.active && mDivider.index == p;
         painter.setPen(QPen(dragged ? pal.color(QPalette::Highlight) : pal.color(QPalette::Mid), dragged ? 2 : 1));
@@ -440,12 +456,8 @@ void Kel_Header::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     if (event->button() == Qt::LeftButton) {
-        const long column = columnAt(columnIndexForPos(at));
-        if (labelClick && column >= 0 && mSortByColumn.isConnected()) {
-            QApplication::setOverrideCursor(Qt::WaitCursor);
-            mSortByColumn->triggerElement(column);
-            QApplication::restoreOverrideCursor();
-        }
+        if (labelClick)
+            sortByPosition(columnIndexForPos(at));
     } else if (event->button() == Qt::RightButton) {
         openContextMenu(mapToGlobal(at), columnIndexForPos(at));
     }
@@ -480,6 +492,148 @@ void Kel_Header::dragDividerTo(int x, int y)
     width = std::max(width, minimum);
     if (width != mWidth->element<long>(column, 0))
         mWidth->setElement<long>(column, width);
+}
+
+// --- keyboard -----------------------------------------------------------
+
+QString Kel_Header::columnLabel(int position) const
+{
+    const long column = columnAt(position);
+    return column < 0 ? QString() : labelText(column);
+}
+
+bool Kel_Header::isSortedBy(int position, bool* ascending) const
+{
+    const long column = columnAt(position);
+    const bool sorted = column >= 0 && mIsSorted->element<bool>(column, false);
+    if (ascending)
+        *ascending = sorted && mIsSortedAscending->element<bool>(column, true);
+    return sorted;
+}
+
+QRect Kel_Header::labelRect(int position)
+{
+    validateDividerList();
+    if (position < 0 || position >= mDividers.size())
+        return QRect();
+    const int left = columnLeft(position) + kInset;
+    return QRect(left, 0, mDividers[position] - left, height());
+}
+
+void Kel_Header::sortByPosition(int position)
+{
+    const long column = columnAt(position);
+    if (column < 0 || !mSortByColumn.isConnected())
+        return;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    mSortByColumn->triggerElement(column);
+    QApplication::restoreOverrideCursor();
+}
+
+void Kel_Header::showContextMenu(int position)
+{
+    const QRect label = labelRect(position);
+    const QPoint at = label.isNull() ? QPoint(0, height()) : label.bottomLeft() + QPoint(0, 1);
+    openContextMenu(mapToGlobal(at), columnAt(position) >= 0 ? position : -1);
+}
+
+int Kel_Header::keyboardColumn() const
+{
+    const int count = int(visibleCount());
+    return count > 0 ? qBound(0, mKeyPosition, count - 1) : -1;
+}
+
+void Kel_Header::setKeyboardColumn(int position)
+{
+    const int count = int(visibleCount());
+    const int chosen = count > 0 ? qBound(0, position, count - 1) : 0;
+    if (chosen == mKeyPosition)
+        return;
+    mKeyPosition = chosen;
+    update();
+    reportKeyboardFocus();
+}
+
+void Kel_Header::reportKeyboardFocus()
+{
+    const int position = keyboardColumn();
+    if (!hasFocus() || position < 0 || !Kel_ViewAccessibility::reportsEvents())
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(position);
+    Kel_ViewAccessibility::send(&event);
+}
+
+void Kel_Header::moveKeyboardColumn(int step)
+{
+    const int from = keyboardColumn();
+    const int to = from + step;
+    if (from < 0 || to < 0 || to >= visibleCount() || !mVisibleContainer.isConnected())
+        return;
+    // The request a drag of the label makes; the model may refuse it.
+    const QPointer<Kel_Header> self(this);
+    if (!mVisibleContainer->requestMove(from, to) || !self)
+        return;
+    setKeyboardColumn(to);
+}
+
+void Kel_Header::resizeKeyboardColumn(long delta)
+{
+    const long column = columnAt(keyboardColumn());
+    if (column < 0 || !mWidth.isConnected())
+        return;
+    const long minimum = mMinWidth->element<long>(column, 0);
+    const long width = std::max(shownWidth(column) + delta, minimum);
+    if (width != mWidth->element<long>(column, 0))
+        mWidth->setElement<long>(column, width);
+}
+
+void Kel_Header::keyPressEvent(QKeyEvent* event)
+{
+    const Qt::KeyboardModifiers modifiers =
+        event->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+    const bool ctrl = modifiers == Qt::ControlModifier;
+    const bool ctrlShift = modifiers == (Qt::ControlModifier | Qt::ShiftModifier);
+    const int step = event->key() == Qt::Key_Left ? -1 : event->key() == Qt::Key_Right ? 1 : 0;
+    if (step != 0 && modifiers == Qt::NoModifier) {
+        setKeyboardColumn(keyboardColumn() + step);
+    } else if (step != 0 && ctrl) {
+        moveKeyboardColumn(step);
+    } else if (step != 0 && ctrlShift) {
+        resizeKeyboardColumn(step * kKeyResizeStep);
+    } else if ((event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+               (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier) {
+        sortByPosition(keyboardColumn());
+    } else if ((event->key() == Qt::Key_Menu && modifiers == Qt::NoModifier) ||
+               (event->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier)) {
+        showContextMenu(keyboardColumn());
+    } else {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void Kel_Header::focusInEvent(QFocusEvent* event)
+{
+    QWidget::focusInEvent(event);
+    update();
+    reportKeyboardFocus();
+}
+
+void Kel_Header::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}
+
+void Kel_Header::contextMenuEvent(QContextMenuEvent* event)
+{
+    // The right button opens the menu on release; the menu key arrives here
+    // when the platform turns it into a context-menu event.
+    if (event->reason() == QContextMenuEvent::Keyboard && !mMenuP)
+        showContextMenu(keyboardColumn());
+    event->accept();
 }
 
 // --- column drag --------------------------------------------------------

@@ -30,6 +30,13 @@ class QAction;
 // and hides, shows or adds columns from the context menu. Every gesture is a
 // message to the column data model named by the column base name; the header
 // and the lists on the same model follow the model.
+//
+// The keyboard does the same: the header takes the focus by Tab (a click
+// leaves it where it was). Left and Right choose a column (framed), Space
+// and Return sort by it, Ctrl+Left and Ctrl+Right move it one place,
+// Ctrl+Shift+Left and Ctrl+Shift+Right narrow and widen it by 10 pixels
+// (down to its minimum width), and the Menu key or Shift+F10 opens the
+// context menu under it.
 class KELCORE_EXPORT Kel_Header : public QWidget, public Kel_WidgetConnectInterface, public Kel_IPointOfInterestFinder
 {
     Q_OBJECT
@@ -88,6 +95,28 @@ public:
     // The x of each divider, in position order.
     QVector<int> dividerPositions();
 
+    // What the keyboard and screen readers work with, by visible position.
+    int visibleColumnCount() const { return int(visibleCount()); }
+    // The column index at a visible position, -1 when there is none.
+    long columnAt(int position) const;
+    // The label shown for the column at a visible position (its identifier
+    // when it has no label); empty out of range.
+    QString columnLabel(int position) const;
+    // Whether the rows are sorted by the column at a visible position, and
+    // in which direction.
+    bool isSortedBy(int position, bool* ascending = nullptr) const;
+    // The label's rectangle (header coordinates); null out of range.
+    QRect labelRect(int position);
+    // Sorts by the column at a visible position, as a click on its label does.
+    void sortByPosition(int position);
+    // Opens the context menu under the label of a visible position.
+    void showContextMenu(int position);
+    // The column the keyboard chose (framed while the header has the focus),
+    // -1 while there are no columns.
+    int keyboardColumn() const;
+    // Chooses the column at a visible position (clamped) for the keyboard.
+    void setKeyboardColumn(int position);
+
     // The open context menu, null while none is shown.
     Kel_PopupMenu* contextMenu() const { return mMenuP; }
     // The overlay of the column being dragged, null when none.
@@ -122,6 +151,10 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     typedef Kel_BoundProperty<Mvt_SimpleValue<long>::Listener> LongProperty;
@@ -146,8 +179,6 @@ private:
     QFont labelFont() const;
 
     long visibleCount() const;
-    // The column index at a visible position, -1 when there is none.
-    long columnAt(int position) const;
     // The width a column takes (its width, at least its minimum).
     long shownWidth(long column) const;
     // Where the span of a visible position begins (before its 2-pixel inset).
@@ -166,6 +197,11 @@ private:
     void updateHoverCursor(int x);
 
     void openContextMenu(const QPoint& globalAt, int position);
+    // Keys: move the chosen column one place, change its width by delta.
+    void moveKeyboardColumn(int step);
+    void resizeKeyboardColumn(long delta);
+    // Tells a reader which column the keyboard chose.
+    void reportKeyboardFocus();
     void contextMenuItemTriggered(QAction* action);
 
     QString mBaseName;
@@ -226,6 +262,9 @@ private:
     // visible position it was opened over.
     QPointer<Kel_PopupMenu> mMenuP;
     int mMenuPosition = -1;
+
+    // The visible position the keyboard chose.
+    int mKeyPosition = 0;
 };
 
 #endif

@@ -4,6 +4,7 @@
 #include "Kel_ColumnDragView.h"
 #include "Kel_ColumnSeparatorView.h"
 #include "Kel_HStackView.h"
+#include "Kel_ListWithColumnsAccessible_p.h"
 #include "Mv_ConnectionDict.h"
 #include "Mv_ConnectionEnvironment.h"
 #include "Mvt_ArrayContainer_Notifications.h"
@@ -82,6 +83,20 @@ Kel_HStackView* Kel_ListWithColumns::rowStack() const
     return dynamic_cast<Kel_HStackView*>(getRowView());
 }
 
+QString Kel_ListWithColumns::columnLabel(long p) const
+{
+    if (p < 0 || !mSortedVisibleColumns.isConnected() || !mLabel.isConnected())
+        return QString();
+    const long col = mSortedVisibleColumns->element<long>(p, -1);
+    return col < 0 ? QString() : mLabel->element<QString>(col);
+}
+
+void Kel_ListWithColumns::reportColumnsChanged(int type, long first, long last)
+{
+    Kel_ListWithColumnsAccessible::columnsChanged(
+        this, QAccessibleTableModelChangeEvent::ModelChangeType(type), first, last);
+}
+
 // ---------------------------------------------------------------------------
 // Binding
 
@@ -143,6 +158,7 @@ void Kel_ListWithColumns::BuildRowView()
         insertColumn(p);
     if (mColumnDragInProgress)
         insertColumnDragViews(mColumnBeingDragged->value(-1));
+    reportColumnsChanged(QAccessibleTableModelChangeEvent::ModelReset, -1, -1);
 }
 
 Kel_ViewInterface* Kel_ListWithColumns::NewCellViewForViewType(long viewType) const
@@ -265,9 +281,12 @@ void Kel_ListWithColumns::handleVisibleColumnsMessage(const Mv_MessageInterface&
         if (removed > inserted && inserted == 0) {
             for (long p = r->removedEnd() - 1; p >= r->first(); --p)
                 removeColumn(p);
+            reportColumnsChanged(QAccessibleTableModelChangeEvent::ColumnsRemoved, r->first(), r->removedEnd() - 1);
         } else if (removed == 0 && inserted > 0) {
             for (long p = r->first(); p < r->first() + inserted; ++p)
                 insertColumn(p);
+            reportColumnsChanged(QAccessibleTableModelChangeEvent::ColumnsInserted, r->first(),
+                                 r->first() + inserted - 1);
         } else {
             BuildRowView();
             if (mParent)
@@ -275,6 +294,8 @@ void Kel_ListWithColumns::handleVisibleColumnsMessage(const Mv_MessageInterface&
         }
     } else if (const auto* m = message.as<Mvt_ArrayContainer_Notifications::MsgElementsMoved>()) {
         moveColumnAndDivider(m->from(), m->to());
+        // A table event has no move: the columns between the two places renumber.
+        reportColumnsChanged(QAccessibleTableModelChangeEvent::ModelReset, -1, -1);
         if (mColumnDragInProgress) {
             if (Kel_HStackView* stack = rowStack())
                 stack->clearProxyViews();
@@ -455,20 +476,22 @@ void Kel_ListWithColumns::mousePressEvent(QMouseEvent* event, const QPoint& loca
         mGridColumn = -1;
         return;
     }
-    Kel_ListView::mousePressEvent(event, local);
+    // The grid cell is settled before the list selects the row, so that
+    // the focus a reader is told of is the cell the press lands on.
     long row = -1;
     if (!CellContaining(local.y(), &row) || row < 0) {
         mGridRow = -1;
-        return;
-    }
-    long column = -1;
-    Kel_ViewInterface* cell = GetCellAt(local, &row, &column);
-    if (cell && !cell->getReadOnly()) {
-        mGridRow = row;
-        mGridColumn = column;
     } else {
-        mGridColumn = -1;
+        long column = -1;
+        Kel_ViewInterface* cell = GetCellAt(local, &row, &column);
+        if (cell && !cell->getReadOnly()) {
+            mGridRow = row;
+            mGridColumn = column;
+        } else {
+            mGridColumn = -1;
+        }
     }
+    Kel_ListView::mousePressEvent(event, local);
 }
 
 void Kel_ListWithColumns::sendPressAt(const QPoint& local)

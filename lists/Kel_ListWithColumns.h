@@ -80,6 +80,9 @@ public:
     long gridColumn() const { return mGridColumn; }
     // The row view built from the column model.
     Kel_HStackView* rowStack() const;
+    // The label of the column at visible position p, as the column model
+    // holds it (empty when none or out of range).
+    QString columnLabel(long p) const;
     // The sub-view index of the cell of visible position p.
     static int columnIndexToViewIndex(long p) { return int(2 * p + 1); }
 
@@ -121,6 +124,8 @@ private:
     // The cell of visible position p, or null.
     Kel_ViewInterface* cellAt(long position) const;
     void sendPressAt(const QPoint& local);
+    // Tells a reader that the visible columns changed (and drops its cells).
+    void reportColumnsChanged(int type, long first, long last);
 
     long mRowHeight;
     ViewTypeMap mViewTypeMap;

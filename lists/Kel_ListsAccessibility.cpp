@@ -2,7 +2,11 @@
 // accessibility factory when the library is loaded: views/ cannot know
 // this folder, so the lists add theirs from here.
 #include "Kel_ListView.h"
+#include "Kel_HeaderAccessible_p.h"
+#include "Kel_Header.h"
 #include "Kel_ListViewAccessible_p.h"
+#include "Kel_ListWithColumns.h"
+#include "Kel_ListWithColumnsAccessible_p.h"
 #include "Kel_ViewAccessibility.h"
 #include "Kel_WidgetList.h"
 
@@ -47,12 +51,17 @@ const struct Registration
     Registration()
     {
         Kel_ViewAccessibility::addViewCreator([](Kel_ViewInterface* view) -> QAccessibleInterface* {
-            // A list that shows columns adds its own table interface here, before the plain list's.
+            if (auto* columned = dynamic_cast<Kel_ListWithColumns*>(view))
+                return new Kel_ListWithColumnsAccessible(columned);
             if (auto* list = dynamic_cast<Kel_ListView*>(view))
                 return new Kel_ListViewAccessible(list);
             return nullptr;
         });
         Kel_ViewAccessibility::addWidgetCreator([](const QString& className, QObject* object) -> QAccessibleInterface* {
+            if (className == QLatin1String("Kel_Header")) {
+                auto* header = qobject_cast<Kel_Header*>(object);
+                return header ? new Kel_HeaderAccessible(header) : nullptr;
+            }
             if (className != QLatin1String("Kel_WidgetList"))
                 return nullptr;
             auto* list = qobject_cast<Kel_WidgetList*>(object);
