@@ -50,6 +50,10 @@ Kel_BridgeQScrollArea::ViewportWidget::ViewportWidget(Kel_BridgeQScrollArea* are
 {
     setObjectName(QStringLiteral("ViewportWidget"));
     setMaximumHeight(0xFFFFFF);
+    // The scroll area hands its focus to the content (its focus proxy), and
+    // Qt's Tab chain skips a widget with a proxy: the content itself is the
+    // tab stop. A click leaves the focus alone unless a view asks for it.
+    setFocusPolicy(Qt::TabFocus);
 }
 
 void Kel_BridgeQScrollArea::ViewportWidget::forwardDragEvent(QEvent* event, const QPoint& local)

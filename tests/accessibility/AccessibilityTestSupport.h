@@ -57,6 +57,10 @@ struct Event
     QAccessibleInterface* iface;
     QString name;
     QVariant value;
+    // A table-model change: its kind and columns.
+    int modelChange = -1;
+    int firstColumn = -1;
+    int lastColumn = -1;
 };
 
 // Observes the accessibility events that the views send while it lives.
@@ -96,7 +100,14 @@ private:
         QVariant value;
         if (event->type() == QAccessible::ValueChanged)
             value = static_cast<QAccessibleValueChangeEvent*>(event)->value();
-        sCurrent->events.append({event->type(), iface, iface ? iface->text(QAccessible::Name) : QString(), value});
+        Event e{event->type(), iface, iface ? iface->text(QAccessible::Name) : QString(), value};
+        if (event->type() == QAccessible::TableModelChanged) {
+            const auto* change = static_cast<QAccessibleTableModelChangeEvent*>(event);
+            e.modelChange = change->modelChangeType();
+            e.firstColumn = change->firstColumn();
+            e.lastColumn = change->lastColumn();
+        }
+        sCurrent->events.append(e);
     }
     static EventRecorder* sCurrent;
 };
