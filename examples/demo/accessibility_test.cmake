@@ -20,14 +20,16 @@ expect_in_tree("Views"
   "StaticText name=\"Mixer.Volume, a long model shown as decimal text\" value=\"[0-9]+\" .readOnly."
   "StaticText name=\"Muted\" value=\"(Yes|No)\" .readOnly checkable"
   "StaticText name=\"Not published\" .disabled readOnly."
-  "Client name=\"ViewsBridge\"\n +Grouping name=\"ViewsPanel\"")
+  "Client name=\"ViewsBridge\"[^\n]*\n +Grouping name=\"ViewsPanel\"")
 expect_in_tree("View gallery"
   "Client name=\"galleryBridge\" .focusable."
   "Grouping name=\"Interview, take 2\" .focusable expandable expanded."
   "ListItem name=\"Row\" value=\"[^\"]*Harbour at dawn\" .focusable selectable selected."
   "Grouping name=\"Crowd noise\" .focusable expandable collapsed.")
 expect_in_tree("Clip bin"
-  "List name=\"ClipBin\"[^\n]*\n +ListItem name=\"[^\"]+\" value=\"[^\"]+\" .focusable readOnly selectable."
+  "Grouping name=\"Clip columns\" .focusable.\n +ColumnHeader name=\"Colour\"[^\n]*\n +ColumnHeader name=\"Name\"[^\n]*\n +ColumnHeader name=\"Duration\""
+  "Client name=\"Clips\" .focusable."
+  "Table name=\"Clips\"[^\n]*\n +ColumnHeader name=\"Colour\"[^\n]*\n +ColumnHeader name=\"Name\"[^\n]*\n +ColumnHeader name=\"Duration\""
   "\\.\\.\\. [0-9]+ rows")
 expect_in_tree("Monitor"
   "RadioButton name=\"Play\" .focusable checkable"

@@ -345,7 +345,10 @@ QWidget* createClipBinPanel(QWidget* parent)
     auto* intro = new QLabel(QStringLiteral(
         "A columned list over %1 clips. Drag a divider in the header to resize a column, drag a label to move "
         "it, click a label to sort (again to reverse), right-click for hiding, showing and adding columns. "
-        "Click, Control-click and Shift-click select rows; drag selected clips by their name to the drop area.")
+        "Click, Control-click and Shift-click select rows; drag selected clips by their name to the drop area. "
+        "Without a mouse: Tab to the header, Left and Right choose a column, Space sorts by it, Ctrl+Left and "
+        "Ctrl+Right move it, Ctrl+Shift+Left and Ctrl+Shift+Right resize it, the Menu key or Shift+F10 opens "
+        "its menu; Tab again to the clips, where the arrows, Shift+arrows and Page keys select.")
                                  .arg(kClipCount),
                              page);
     intro->setWordWrap(true);
@@ -355,12 +358,15 @@ QWidget* createClipBinPanel(QWidget* parent)
     count->setTextConnectionSpec("ClipBin.SelectionText");
     layout->addWidget(count);
 
+    // Made before the list, so that Tab reaches the header first.
     auto* header = new Kel_Header(page, "ClipBinHeader");
+    header->setAccessibleName(QStringLiteral("Clip columns"));
     header->setColumnBaseConnectionName(QStringLiteral("ClipBin.Columns"));
     header->setColumnSelectionConnectionSpec("ClipBin.ShowAllColumns");
 
     auto* bin = new Kel_BridgeQScrollArea(page);
     bin->setObjectName(QStringLiteral("ClipBin"));
+    bin->setAccessibleName(QStringLiteral("Clips"));
     auto* list = new Kel_ListWithColumns;
     bin->setChild(list);
     list->SetViewTypeMap(cellTypes());
