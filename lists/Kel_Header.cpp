@@ -171,6 +171,11 @@ void Kel_Header::columnsChanged()
 {
     invalidateDividers();
     update();
+    // A reader's list of labels is stale.
+    if (Kel_ViewAccessibility::reportsEvents()) {
+        QAccessibleEvent event(this, QAccessible::ObjectReorder);
+        Kel_ViewAccessibility::send(&event);
+    }
 }
 
 void Kel_Header::widthsChanged()
@@ -602,7 +607,7 @@ void Kel_Header::keyPressEvent(QKeyEvent* event)
     } else if (step != 0 && ctrlShift) {
         resizeKeyboardColumn(step * kKeyResizeStep);
     } else if ((event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
-               (modifiers & ~Qt::KeypadModifier) == Qt::NoModifier) {
+               modifiers == Qt::NoModifier) {
         sortByPosition(keyboardColumn());
     } else if ((event->key() == Qt::Key_Menu && modifiers == Qt::NoModifier) ||
                (event->key() == Qt::Key_F10 && modifiers == Qt::ShiftModifier)) {

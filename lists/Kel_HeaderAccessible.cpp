@@ -3,6 +3,7 @@
 #include "Kel_Header.h"
 
 #include <QWidget>
+#include <utility>
 
 // ---------------------------------------------------------------------------
 // Kel_HeaderAccessible
@@ -13,7 +14,7 @@ Kel_HeaderAccessible::Kel_HeaderAccessible(Kel_Header* header) : QAccessibleWidg
 
 Kel_HeaderAccessible::~Kel_HeaderAccessible()
 {
-    for (QAccessible::Id id : qAsConst(mItems))
+    for (QAccessible::Id id : std::as_const(mItems))
         QAccessible::deleteAccessibleInterface(id);
 }
 

@@ -279,10 +279,14 @@ TEST_F(ColumnedTable, HeaderLabelsAreColumnHeadersWithSortStateAndActions)
     ASSERT_TRUE(columns.moveVisibleColumn(1, 0));
     EXPECT_EQ(iface->child(0), tape);
     EXPECT_EQ(iface->indexOfChild(tape), 0);
-    // A hidden column's item is no longer valid.
+    // A hidden column's item is no longer valid, and a reader is told.
+    EventRecorder recorder;
     ASSERT_TRUE(columns.hideColumn(columns.columnIndex(QStringLiteral("tape"))));
     EXPECT_FALSE(tape->isValid());
     EXPECT_EQ(iface->childCount(), 2);
+    const QList<Event> reorders = recorder.ofType(QAccessible::ObjectReorder);
+    ASSERT_FALSE(reorders.isEmpty());
+    EXPECT_EQ(reorders.last().iface, iface);
 
     QAccessibleInterface* duration = iface->child(1);
     duration->actionInterface()->doAction(QAccessibleActionInterface::showMenuAction());
