@@ -4,6 +4,7 @@
 #include "Kel_BridgeQScrollArea.h"
 #include "Kel_ColumnDataModel.h"
 #include "Kel_HStackView.h"
+#include "HeaderTestSupport.h"
 #include "Kel_Header.h"
 #include "Kel_ListWithColumns.h"
 #include "Kel_PopupMenu.h"
@@ -41,19 +42,7 @@ class HeaderTest : public ::testing::Test
 protected:
     void SetUp() override
     {
-        model.reset(new Kel_ColumnDataModel(kBase));
-        model->addColumn(QStringLiteral("name"), QStringLiteral("Name"), 100, 40);
-        model->addColumn(QStringLiteral("duration"), QStringLiteral("Duration"), 80, 30);
-        model->addColumn(QStringLiteral("kind"), QStringLiteral("Kind"), 60, 20);
-        Kel_ColumnDataModel::Column colour;
-        colour.identifier = QStringLiteral("colour");
-        colour.label = QStringLiteral("Colour");
-        colour.visible = false;
-        model->addColumn(colour);
-        model->setSortFunction([this](long column, bool ascending) {
-            sorts.push_back(ascending ? column : -1 - column);
-            return true;
-        });
+        model = headertest::makeColumns(kBase, &sorts);
         model->setAddColumnFunction([this](long position) { added.push_back(position); });
         ASSERT_TRUE(model->publish());
         build(kBase);

@@ -2,6 +2,7 @@
 // chosen with the arrows and sorted, moved, resized and hidden as the mouse
 // gestures do, through the column data model.
 #include "Kel_ColumnDataModel.h"
+#include "HeaderTestSupport.h"
 #include "Kel_Header.h"
 #include "Kel_PopupMenu.h"
 #include "TestSupport.h"
@@ -28,19 +29,7 @@ class HeaderKeys : public ::testing::Test
 protected:
     void SetUp() override
     {
-        model.reset(new Kel_ColumnDataModel(kBase));
-        model->addColumn(QStringLiteral("name"), QStringLiteral("Name"), 100, 40);
-        model->addColumn(QStringLiteral("duration"), QStringLiteral("Duration"), 80, 30);
-        model->addColumn(QStringLiteral("kind"), QStringLiteral("Kind"), 60, 20);
-        Kel_ColumnDataModel::Column colour;
-        colour.identifier = QStringLiteral("colour");
-        colour.label = QStringLiteral("Colour");
-        colour.visible = false;
-        model->addColumn(colour);
-        model->setSortFunction([this](long column, bool ascending) {
-            sorts.push_back(ascending ? column : -1 - column);
-            return true;
-        });
+        model = headertest::makeColumns(kBase, &sorts);
         ASSERT_TRUE(model->publish());
 
         window.reset(new QWidget);
