@@ -52,6 +52,20 @@ int extraGroup(const QString& identifier)
     return 2;
 }
 
+// Readers read the labels' names and sort states again. Every label is
+// named rather than the one that changed: a header has few columns, and a
+// sort change touches two of them anyway.
+void reportItemChanges(Kel_Header* header, QAccessible::Event type)
+{
+    if (!Kel_ViewAccessibility::reportsEvents())
+        return;
+    for (int position = 0; position < header->visibleColumnCount(); ++position) {
+        QAccessibleEvent event(header, type);
+        event.setChild(position);
+        Kel_ViewAccessibility::send(&event);
+    }
+}
+
 } // namespace
 
 const char* const Kel_Header::kFontKey = "FontSettings.Kel_Header.Font";
@@ -73,10 +87,16 @@ Kel_Header::Kel_Header(QWidget* parent, const char* name) : QWidget(parent)
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{&mWidth, &mMinWidth})
         property->onNotify([this] { widthsChanged(); });
     for (Kel_BoundPropertyBase* property : std::initializer_list<Kel_BoundPropertyBase*>{&mLabel, &mIdentifier})
-        property->onNotify([this] { update(); });
+        property->onNotify([this] {
+            update();
+            reportItemChanges(this, QAccessible::NameChanged);
+        });
     for (Kel_BoundPropertyBase* property :
          std::initializer_list<Kel_BoundPropertyBase*>{&mIsSorted, &mIsSortedAscending})
-        property->onNotify([this] { repaint(); });
+        property->onNotify([this] {
+            repaint();
+            reportItemChanges(this, QAccessible::DescriptionChanged);
+        });
 }
 
 Kel_Header::~Kel_Header()

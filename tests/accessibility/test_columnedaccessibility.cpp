@@ -267,7 +267,15 @@ TEST_F(ColumnedTable, HeaderLabelsAreColumnHeadersWithSortStateAndActions)
 
     ASSERT_NE(tape->actionInterface(), nullptr);
     EXPECT_TRUE(tape->actionInterface()->actionNames().contains(QAccessibleActionInterface::showMenuAction()));
-    tape->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    {
+        // A reader hears that the sorted label's description changed.
+        EventRecorder recorder;
+        tape->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        QStringList described;
+        for (const Event& e : recorder.ofType(QAccessible::DescriptionChanged))
+            described << e.name;
+        EXPECT_TRUE(described.contains(QStringLiteral("Tape")));
+    }
     EXPECT_EQ(sorts, (std::vector<long>{1}));
     EXPECT_EQ(tape->text(QAccessible::Value), QStringLiteral("ascending"));
     tape->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
