@@ -52,7 +52,10 @@ bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
     mConnecting = true;
     detach();
     const Mv_ConnectionEnvironment* env = environment ? environment.get() : Mv_ConnectionEnvironment::blankEnvironment().get();
-    mResolvedName = env->replaceVariableNames(mConnectionName).trimmed();
+    mResolvedName = env->replaceVariableNames(mConnectionName);
+    // Names rarely carry blanks; trimming only those saves a scan on every connect.
+    if (!mResolvedName.isEmpty() && (mResolvedName.front().isSpace() || mResolvedName.back().isSpace()))
+        mResolvedName = mResolvedName.trimmed();
     if (!mResolvedName.isEmpty())
         attachTo(mResolvedName, env->getDictionary(), 0);
     mConnecting = false;
