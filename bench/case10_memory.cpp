@@ -50,6 +50,18 @@ double bytesPerObject(Make make)
     return (heapInUse() - before) / kObjects;
 }
 
+// kObjects widgets made by make(panel), in panels of ten as a form has them.
+template <class Make>
+void makeInPanels(QWidget* window, Make make)
+{
+    QWidget* panel = nullptr;
+    for (int i = 0; i < kObjects; ++i) {
+        if (i % 10 == 0)
+            panel = new QWidget(window);
+        make(panel);
+    }
+}
+
 QString formatBytes(double bytes)
 {
     return QString::number(bytes, 'f', 0) + QStringLiteral(" B");
@@ -81,17 +93,10 @@ bool benchMemory()
     // them before counting, whichever cases ran before.
     delete new Kel_CheckBox();
 
-    // The Qt objects: check boxes in panels of ten, as a form has them, and
-    // named plain objects.
+    // The Qt objects: check boxes, and named plain objects.
     QWidget qtWindow;
-    const double perCheckBox = bytesPerObject([&] {
-        QWidget* panel = nullptr;
-        for (int i = 0; i < kObjects; ++i) {
-            if (i % 10 == 0)
-                panel = new QWidget(&qtWindow);
-            new QCheckBox(panel);
-        }
-    });
+    const double perCheckBox =
+        bytesPerObject([&] { makeInPanels(&qtWindow, [](QWidget* panel) { new QCheckBox(panel); }); });
     // Less the panels': a tenth of a plain widget per box.
     const double perPanel = bytesPerObject([&] {
         for (int i = 0; i < kObjects; ++i)
@@ -145,14 +150,11 @@ bool benchMemory()
     // against a plain one.
     QWidget kelWindow;
     const double perKelCheckBox = bytesPerObject([&] {
-        QWidget* panel = nullptr;
-        for (int i = 0; i < kObjects; ++i) {
-            if (i % 10 == 0)
-                panel = new QWidget(&kelWindow);
+        makeInPanels(&kelWindow, [&](QWidget* panel) {
             auto* box = new Kel_CheckBox(panel);
             box->setCheckedStateConnectionSpec("Bench.Memory.Shared");
             box->makeConnections(env);
-        }
+        });
     }) - perPanel / 10;
 
     bool met = printBytes("10 memory: bound property / QCheckBox", perProperty, perQtBox);
