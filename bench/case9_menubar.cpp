@@ -16,6 +16,7 @@
 #include <QMenuBar>
 #include <QPixmap>
 
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <vector>
@@ -125,9 +126,10 @@ void makeModels(const QDomDocument& document, BarModels& models)
         list->addField<QString>(QStringLiteral("iconName"));
         list->addField<QPixmap>(QStringLiteral("icon"));
         list->addField<bool>(QStringLiteral("selected"));
+        const QString title = name.section(QLatin1Char('.'), -1);
         for (int row = 0; row < 8; ++row) {
             const long r = list->appendRow();
-            list->setValue<QString>(r, QStringLiteral("name"), QStringLiteral("%1 %2").arg(name.section('.', -1)).arg(row));
+            list->setValue<QString>(r, QStringLiteral("name"), QStringLiteral("%1 %2").arg(title).arg(row));
             list->setValue<QString>(r, QStringLiteral("id"), QStringLiteral("item%1").arg(row));
         }
         list->Publish();
