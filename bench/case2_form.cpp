@@ -164,7 +164,7 @@ bool benchForm(const QString& resourceDir)
         });
     if (!complete)
         broken("case 2: a form did not load completely");
-    return printRatio("2 connect a form of 300 bound widgets", r, 1.5);
+    return printRatio("2 connect a form of 300 bound widgets", r, 1.1);
 }
 
 } // namespace

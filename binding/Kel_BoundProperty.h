@@ -24,23 +24,24 @@ class Kel_BoundProperty : public Kel_BoundPropertyBase
 {
 public:
     explicit Kel_BoundProperty(QObject* owner = nullptr, ConnectPolicy policy = kConnectWhenNamed)
-        : Kel_BoundPropertyBase(new Listener(), owner, policy)
+        : Kel_BoundPropertyBase(&mListener, owner, policy)
     {
     }
     // A property of a light-weight view (views are not QObjects: nothing to
     // guard, but tools can name the view).
     explicit Kel_BoundProperty(const Kel_ViewInterface* view, ConnectPolicy policy = kConnectWhenNamed)
-        : Kel_BoundPropertyBase(new Listener(), view, policy)
+        : Kel_BoundPropertyBase(&mListener, view, policy)
     {
     }
     // An owner nobody needs to know.
     Kel_BoundProperty(std::nullptr_t, ConnectPolicy policy)
-        : Kel_BoundPropertyBase(new Listener(), static_cast<QObject*>(nullptr), policy)
+        : Kel_BoundPropertyBase(&mListener, static_cast<QObject*>(nullptr), policy)
     {
     }
+    ~Kel_BoundProperty() override { release(); }
 
-    Listener& listener() const { return static_cast<Listener&>(listenerBase()); }
-    Listener* operator->() const { return &listener(); }
+    Listener& listener() const { return mListener; }
+    Listener* operator->() const { return &mListener; }
 
     // Sends a set of value (value models only) and answers the model's
     // status, or kOwnerDeleted when the resulting notification deleted the
@@ -53,6 +54,11 @@ public:
         const int status = listener().set(value);
         return guarded && !self ? kOwnerDeleted : status;
     }
+
+private:
+    // Mutable: reading through a const property sends requests, as the
+    // listener it used to point to did.
+    mutable Listener mListener;
 };
 
 #endif

@@ -38,9 +38,12 @@ Kel_BoundPropertyBase::~Kel_BoundPropertyBase()
 {
     (mPrevP ? mPrevP->mNextP : gFirst) = mNextP;
     (mNextP ? mNextP->mPrevP : gLast) = mPrevP;
+}
+
+void Kel_BoundPropertyBase::release()
+{
     // The owner is partly destroyed already: leaving the model must not call back into it.
     mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
-    mListenerP.reset();
 }
 
 void Kel_BoundPropertyBase::rename(const QString& spec)
@@ -50,22 +53,28 @@ void Kel_BoundPropertyBase::rename(const QString& spec)
     mListenerP->SetConnectionName(spec);
 }
 
+// The listener's callback captures only this property, so that it fits in
+// the callback without an allocation; the handler itself is kept here.
 void Kel_BoundPropertyBase::onNotify(const std::function<void()>& handler)
 {
+    mMessage = nullptr;
+    mNotify = handler;
     if (!handler) {
         mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
         return;
     }
-    mListenerP->setReceiveMessageCB([handler](const Mv_MessageInterface&) { handler(); });
+    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface&) { mNotify(); });
 }
 
 void Kel_BoundPropertyBase::onMessage(const MessageHandler& handler)
 {
+    mNotify = nullptr;
+    mMessage = handler;
     if (!handler) {
         mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
         return;
     }
-    mListenerP->setReceiveMessageCB(handler);
+    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& message) { mMessage(message); });
 }
 
 bool Kel_BoundPropertyBase::connect(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)

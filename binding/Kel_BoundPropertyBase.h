@@ -72,18 +72,27 @@ public:
     static QList<const Kel_BoundPropertyBase*> propertiesOf(const Kel_ViewInterface* view);
 
 protected:
-    // Takes listener; owner is the QObject that a notification may delete
-    // (null for owners that are not QObjects); view, the light-weight view
-    // that owns the property (only named, for tools).
+    // listener is the derived property's own member, not built yet: it is
+    // only remembered here. owner is the QObject that a notification may
+    // delete (null for owners that are not QObjects); view, the light-weight
+    // view that owns the property (only named, for tools).
     Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy);
     Kel_BoundPropertyBase(Mv_ListenerBase* listener, const Kel_ViewInterface* view, ConnectPolicy policy);
 
     QObject* owner() const { return mOwnerP; }
+    // Silences the listener; the derived property calls it first thing in
+    // its destructor, while the listener is still there.
+    void release();
 
 private:
     void link();
 
-    std::unique_ptr<Mv_ListenerBase> mListenerP;
+    // The listener lives in the property (no allocation of its own, and a
+    // notification finds listener, handler and usually the owner in the
+    // same few cache lines); it calls back through this property's handlers.
+    Mv_ListenerBase* mListenerP;
+    std::function<void()> mNotify;
+    MessageHandler mMessage;
     QObject* mOwnerP = nullptr;
     const Kel_ViewInterface* mViewP = nullptr;
     ConnectPolicy mPolicy;

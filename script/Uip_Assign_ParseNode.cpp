@@ -22,7 +22,7 @@ Uip_Assign_ParseNode* chainedAssignment(Uip_ParseNode* node)
 } // namespace
 
 Uip_Assign_ParseNode::Uip_Assign_ParseNode(std::unique_ptr<Uip_ParseNode> left, std::unique_ptr<Uip_ParseNode> right)
-    : mLeftP(std::move(left)), mRightP(std::move(right))
+    : mLeftP(std::move(left)), mRightP(std::move(right)), mChainedP(chainedAssignment(mRightP.get()))
 {
 }
 
@@ -46,7 +46,7 @@ bool Uip_Assign_ParseNode::ConnectAndTypeCheck(boost::shared_ptr<const Mv_Connec
             return false;
         if (!node->mLeftP->ConnectAndTypeCheck(environment, owner))
             return false;
-        Uip_Assign_ParseNode* next = chainedAssignment(node->mRightP.get());
+        Uip_Assign_ParseNode* next = node->mChainedP;
         if (!next)
             return node->mRightP->ConnectAndTypeCheck(environment, owner);
         node = next;
@@ -56,12 +56,19 @@ bool Uip_Assign_ParseNode::ConnectAndTypeCheck(boost::shared_ptr<const Mv_Connec
 bool Uip_Assign_ParseNode::Evaluate(Mv_Variant*)
 {
     // An assignment with a missing side fails before anything runs.
+    if (!mLeftP || !mRightP)
+        return false;
+    if (!mChainedP) {
+        // The usual "a = b", without a chain to collect.
+        Mv_Variant value;
+        return mRightP->Evaluate(&value) && mLeftP->Assign(value);
+    }
     std::vector<Uip_Assign_ParseNode*> chain{this};
     for (;;) {
         Uip_Assign_ParseNode* node = chain.back();
         if (!node->mLeftP || !node->mRightP)
             return false;
-        Uip_Assign_ParseNode* next = chainedAssignment(node->mRightP.get());
+        Uip_Assign_ParseNode* next = node->mChainedP;
         if (!next)
             break;
         chain.push_back(next);
@@ -85,7 +92,7 @@ bool Uip_Assign_ParseNode::isConnected()
     for (;;) {
         if (node->mLeftP && !node->mLeftP->isConnected())
             return false;
-        Uip_Assign_ParseNode* next = chainedAssignment(node->mRightP.get());
+        Uip_Assign_ParseNode* next = node->mChainedP;
         if (!next)
             return !node->mRightP || node->mRightP->isConnected();
         node = next;
@@ -102,7 +109,7 @@ QString Uip_Assign_ParseNode::toTreeString(const QString& prefix) const
         tree += indent + QLatin1String("Assign\n");
         if (node->mLeftP)
             tree += node->mLeftP->toTreeString(inner);
-        const Uip_Assign_ParseNode* next = chainedAssignment(node->mRightP.get());
+        const Uip_Assign_ParseNode* next = node->mChainedP;
         if (!next) {
             if (node->mRightP)
                 tree += node->mRightP->toTreeString(inner);

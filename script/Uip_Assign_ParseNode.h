@@ -28,6 +28,9 @@ public:
 private:
     std::unique_ptr<Uip_ParseNode> mLeftP;
     std::unique_ptr<Uip_ParseNode> mRightP;
+    // The right side when it is an assignment the chain walks go into,
+    // found once here rather than on every evaluation.
+    Uip_Assign_ParseNode* mChainedP;
 };
 
 #endif

@@ -5,6 +5,7 @@
 #include "Mvt_SimpleValue.h"
 
 #include <boost/function.hpp>
+#include <memory>
 
 // A value model that stores its value. Kind is the model kind it presents
 // (Mvt_SimpleValue<T>, or a kind derived from it such as Mvt_Index<T>).
@@ -49,7 +50,13 @@ public:
 
     void setReadOnly(bool readOnly) { mReadOnly = readOnly; }
     bool isReadOnly() const { return mReadOnly; }
-    void setValidator(const Validator& validator) { mValidator = validator; }
+    void setValidator(const Validator& validator)
+    {
+        if (mValidatorP)
+            *mValidatorP = validator;
+        else if (!validator.empty())
+            mValidatorP.reset(new Validator(validator));
+    }
 
 protected:
     bool handleGet(T& value) override
@@ -59,7 +66,7 @@ protected:
     }
     int handleSet(const T& value) override
     {
-        if (mReadOnly || (!mValidator.empty() && !mValidator(value)))
+        if (mReadOnly || (mValidatorP && !mValidatorP->empty() && !(*mValidatorP)(value)))
             return Mvt_SimpleValue_BaseAPI::kSetRefused;
         return setValue(value) ? Mvt_SimpleValue_BaseAPI::kSetChanged : Mvt_SimpleValue_BaseAPI::kSetUnchanged;
     }
@@ -67,7 +74,8 @@ protected:
 private:
     T mValue;
     bool mReadOnly = false;
-    Validator mValidator;
+    // Held by pointer, as few models have one (see Mv_ModelBase's callback).
+    std::unique_ptr<Validator> mValidatorP;
 };
 
 #endif

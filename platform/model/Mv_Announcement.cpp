@@ -3,7 +3,6 @@
 #include "Mv_ConnectionDict.h"
 #include "Mv_ConnectionDict_p.h"
 
-#include <utility>
 
 Mv_Announcement::~Mv_Announcement()
 {
@@ -27,9 +26,12 @@ void Mv_Announcement::run()
 
 void Mv_Announcement::release()
 {
-    const auto entries = std::exchange(mEntries, {});
-    for (Mv_DictEntry* entry : entries) {
+    // Releasing calls nobody back, so the list can be walked in place and
+    // emptied after (QVarLengthArray has no cheap move: taking it out cost a
+    // copy on every publish).
+    for (Mv_DictEntry* entry : qAsConst(mEntries)) {
         --entry->busy;
         Mv_ConnectionDict::releaseIfUnused(entry);
     }
+    mEntries.clear();
 }

@@ -47,12 +47,12 @@ struct Mv_DictEntry
     Mv_ListenerBase* first = nullptr;
     Mv_ListenerBase* last = nullptr;
     int listenerCount = 0;
+    int busy = 0;                 // walks and announcements holding the entry
     Chain plain;                  // listeners of the whole model
     // Element listeners by current index; made for the first one (most
     // names never have any).
     std::unique_ptr<std::map<long, Chain>> byIndex;
     Cursor* cursors = nullptr; // innermost active delivery first
-    int busy = 0;              // walks and announcements holding the entry
     // Set, from one process-wide counter, whenever a model attaches or
     // detaches: a listener tells a replaced model from the one it knew by
     // this stamp, even when the connected flag ends where it began.

@@ -52,7 +52,12 @@ bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
     mConnecting = true;
     detach();
     const Mv_ConnectionEnvironment* env = environment ? environment.get() : Mv_ConnectionEnvironment::blankEnvironment().get();
-    mResolvedName = env->replaceVariableNames(mConnectionName).trimmed();
+    mResolvedName = env->replaceVariableNames(mConnectionName);
+    // Names rarely carry blanks; trimming only those saves a scan on every connect.
+    // (at(), not front(): a non-const front() would detach the shared text.)
+    const int last = mResolvedName.size() - 1;
+    if (last >= 0 && (mResolvedName.at(0).isSpace() || mResolvedName.at(last).isSpace()))
+        mResolvedName = mResolvedName.trimmed();
     if (!mResolvedName.isEmpty())
         attachTo(mResolvedName, env->getDictionary(), 0);
     mConnecting = false;

@@ -141,15 +141,15 @@ bool convert(const HolderBase* holder, Mv_Timecode& out)
 
 const char* Mv_Variant::typeName() const
 {
-    return mHolder ? mHolder->type().name() : "empty";
+    return mHolderP ? mHolderP->type().name() : "empty";
 }
 
 QString Mv_Variant::toDebugString() const
 {
-    if (!mHolder)
+    if (!mHolderP)
         return QStringLiteral("<empty>");
     QString text;
-    if (Mv_VariantImpl::convert(mHolder.get(), text))
+    if (Mv_VariantImpl::convert(mHolderP, text))
         return text;
     return QStringLiteral("<%1>").arg(QString::fromLatin1(typeName()));
 }

@@ -8,6 +8,7 @@
 
 #include <QString>
 #include <memory>
+#include <new>
 #include <type_traits>
 
 class QWidget;
@@ -25,6 +26,29 @@ class KELPLATFORM_EXPORT Mv_Variant
 {
 public:
     Mv_Variant() = default;
+    Mv_Variant(const Mv_Variant& other) : mShared(other.mShared) { adopt(other); }
+    Mv_Variant(Mv_Variant&& other) noexcept : mShared(std::move(other.mShared))
+    {
+        adopt(other);
+        other.mHolderP = nullptr;
+    }
+    Mv_Variant& operator=(const Mv_Variant& other)
+    {
+        if (this != &other) {
+            mShared = other.mShared;
+            adopt(other);
+        }
+        return *this;
+    }
+    Mv_Variant& operator=(Mv_Variant&& other) noexcept
+    {
+        if (this != &other) {
+            mShared = std::move(other.mShared);
+            adopt(other);
+            other.mHolderP = nullptr;
+        }
+        return *this;
+    }
     Mv_Variant(bool v) : Mv_Variant(fromValue(v)) {}
     Mv_Variant(int v) : Mv_Variant(fromValue(long(v))) {}
     Mv_Variant(long v) : Mv_Variant(fromValue(v)) {}
@@ -39,7 +63,13 @@ public:
     static Mv_Variant fromValue(const T& value)
     {
         Mv_Variant v;
-        v.mHolder = std::make_shared<const Mv_VariantImpl::Holder<T>>(value);
+        if constexpr (isInline<T>()) {
+            v.mHolderP = new (v.mInline) Mv_VariantImpl::Holder<T>(value);
+        } else {
+            auto holder = std::make_shared<const Mv_VariantImpl::Holder<T>>(value);
+            v.mHolderP = holder.get();
+            v.mShared = std::move(holder);
+        }
         return v;
     }
 
@@ -56,11 +86,15 @@ public:
             return fromValue<T>(value);
     }
 
-    bool isEmpty() const { return !mHolder; }
-    void clear() { mHolder.reset(); }
+    bool isEmpty() const { return !mHolderP; }
+    void clear()
+    {
+        mShared.reset();
+        mHolderP = nullptr;
+    }
 
     // True when the variant holds exactly a T (no conversion).
-    template <class T> bool holds() const { return Mv_VariantImpl::exact<T>(mHolder.get()) != nullptr; }
+    template <class T> bool holds() const { return Mv_VariantImpl::exact<T>(mHolderP) != nullptr; }
 
     // Converts into out; false (out untouched) when the value does not convert.
     template <class T> bool get(T& out) const;
@@ -77,10 +111,48 @@ public:
     // A readable form for debug output.
     QString toDebugString() const;
 
-    const Mv_VariantImpl::HolderBase* holder() const { return mHolder.get(); }
+    const Mv_VariantImpl::HolderBase* holder() const { return mHolderP; }
 
 private:
-    std::shared_ptr<const Mv_VariantImpl::HolderBase> mHolder;
+    // bool, long and double, what scripts and actions pass most, are held
+    // in the variant itself: making, copying and dropping one then costs
+    // no allocation and no atomic count. Every other type is in a shared,
+    // immutable holder.
+    template <class T> static constexpr bool isInline()
+    {
+        return std::is_same<T, bool>::value || std::is_same<T, long>::value || std::is_same<T, double>::value;
+    }
+
+    // Takes other's holder: mShared is already other's, an inline value is copied.
+    void adopt(const Mv_Variant& other)
+    {
+        if (other.mHolderP != other.inlineHolder()) {
+            mHolderP = other.mHolderP;
+            return;
+        }
+        typedef Mv_VariantImpl::Scalar Scalar;
+        switch (other.mHolderP->scalar()) {
+        case Scalar::Bool:
+            mHolderP = new (mInline) Mv_VariantImpl::Holder<bool>(*Mv_VariantImpl::exact<bool>(other.mHolderP));
+            break;
+        case Scalar::Long:
+            mHolderP = new (mInline) Mv_VariantImpl::Holder<long>(*Mv_VariantImpl::exact<long>(other.mHolderP));
+            break;
+        default:
+            mHolderP = new (mInline) Mv_VariantImpl::Holder<double>(*Mv_VariantImpl::exact<double>(other.mHolderP));
+            break;
+        }
+    }
+    const Mv_VariantImpl::HolderBase* inlineHolder() const
+    {
+        return reinterpret_cast<const Mv_VariantImpl::HolderBase*>(mInline);
+    }
+
+    std::shared_ptr<const Mv_VariantImpl::HolderBase> mShared;
+    // The holder: in mInline or mShared's, null when empty. Inline holders
+    // own nothing, so they are never destroyed, only overwritten.
+    const Mv_VariantImpl::HolderBase* mHolderP = nullptr;
+    alignas(Mv_VariantImpl::Holder<double>) unsigned char mInline[sizeof(Mv_VariantImpl::Holder<double>)];
 };
 
 namespace Mv_VariantImpl {
@@ -108,7 +180,7 @@ KELPLATFORM_EXPORT bool convert(const HolderBase* holder, T& out)
 template <class T>
 bool Mv_Variant::get(T& out) const
 {
-    return Mv_VariantImpl::convert(mHolder.get(), out);
+    return Mv_VariantImpl::convert(mHolderP, out);
 }
 
 #endif

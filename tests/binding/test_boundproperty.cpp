@@ -6,6 +6,7 @@
 
 #include <QPointer>
 #include <gtest/gtest.h>
+#include <memory>
 
 namespace {
 
@@ -75,4 +76,38 @@ TEST(BoundProperty, AnOwnerDeletedByANotificationStopsTheConnectionsAndTheSend)
     EXPECT_TRUE(owner.isNull());
     EXPECT_TRUE(second.getValue());
     EXPECT_EQ(second.listenerCount(), 0);
+}
+
+TEST(BoundProperty, HandlersReplaceEachOtherAndADestroyedPropertyHearsNothing)
+{
+    Mve_SimpleValue<bool> value(false, "Bound.Handlers");
+    value.Publish();
+    int notified = 0, messages = 0;
+    auto property = std::make_unique<BoolProperty>(nullptr, Kel_BoundPropertyBase::kConnectWhenNamed);
+    property->onNotify([&] { ++notified; });
+    property->setSpec("Bound.Handlers");
+    ASSERT_TRUE(property->connect(Mv_ConnectionEnvironment::blankEnvironment()));
+    EXPECT_EQ(notified, 1); // the connection's own notification
+    value.setValue(true);
+    EXPECT_EQ(notified, 2);
+    bool read = false;
+    EXPECT_TRUE((*property)->get(read));
+    EXPECT_TRUE(read);
+
+    // A message handler takes the place of the notify handler, and nothing
+    // takes the place of either.
+    property->onMessage([&](const Mv_MessageInterface&) { ++messages; });
+    value.setValue(false);
+    property->onNotify(nullptr);
+    value.setValue(true);
+    EXPECT_EQ(notified, 2);
+    EXPECT_EQ(messages, 1);
+
+    // Gone: it leaves the model, which keeps notifying without it.
+    property->onNotify([&] { ++notified; });
+    EXPECT_EQ(value.listenerCount(), 1);
+    property.reset();
+    EXPECT_EQ(value.listenerCount(), 0);
+    value.setValue(false);
+    EXPECT_EQ(notified, 2);
 }

@@ -118,6 +118,13 @@ TEST_F(Binding, RefusedSetsReportStatusThreeAndChangeNothing)
     EXPECT_EQ(listener.set(5), Mvt_SimpleValue_BaseAPI::kSetUnchanged);
     EXPECT_EQ(listener.set(6), Mvt_SimpleValue_BaseAPI::kSetChanged);
     EXPECT_EQ(rec.takeHeard(), QStringList{"MsgValueChanged"});
+
+    // A new validator replaces the old one; an empty one accepts everything.
+    model.setValidator([](const long& v) { return v < 0; });
+    EXPECT_EQ(listener.set(7), Mvt_SimpleValue_BaseAPI::kSetRefused);
+    EXPECT_EQ(listener.set(-2), Mvt_SimpleValue_BaseAPI::kSetChanged);
+    model.setValidator(LongModel::Validator());
+    EXPECT_EQ(listener.set(8), Mvt_SimpleValue_BaseAPI::kSetChanged);
 }
 
 TEST_F(Binding, OwnersCanAnswerRequestsThroughTheReceiveCallback)
@@ -143,6 +150,15 @@ TEST_F(Binding, OwnersCanAnswerRequestsThroughTheReceiveCallback)
     EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgGetVariant(&v), false));
     EXPECT_EQ(v.value<QString>(), "owned");
     EXPECT_TRUE(listener.SendMessageToModel(Mvt_SimpleValue_BaseAPI::MsgSetVariant(Mv_Variant(12)), true));
+    EXPECT_EQ(text, "12");
+
+    // Without a callback the model refuses: requests fail, nothing is read.
+    model.setReceiveMessageCB(Mv_ModelBase::ReceiveMessageCB());
+    EXPECT_FALSE(model.hasReceiveMessageCB());
+    QString read = "untouched";
+    EXPECT_FALSE(listener.get(read));
+    EXPECT_EQ(read, "untouched");
+    EXPECT_EQ(listener.set("x"), Mvt_SimpleValue_BaseAPI::kSetRefused);
     EXPECT_EQ(text, "12");
 }
 

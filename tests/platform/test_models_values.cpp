@@ -8,6 +8,8 @@
 
 #include <QRect>
 #include <gtest/gtest.h>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -33,6 +35,70 @@ TEST(Variant, ScalarKindsConvertAndOtherTypesOnlyReadBackExactly)
     const Mv_Variant pointer(&x);
     EXPECT_EQ(pointer.value<int*>(), &x);
     EXPECT_EQ(pointer.value<long*>(nullptr), nullptr);
+}
+
+// Numbers live inside the variant and other values in a shared holder:
+// copies, moves and assignments in any order must leave every variant with
+// its own value (a moved-from one empty), whichever kinds meet.
+TEST(Variant, CopiesMovesAndAssignmentsInAnyOrderKeepEachValue)
+{
+    const int kSlots = 5;
+    std::vector<Mv_Variant> held(kSlots);
+    std::vector<QString> shadow(kSlots, QStringLiteral("<empty>"));
+    std::mt19937 random(26);
+    for (int step = 0; step < 4000; ++step) {
+        const int i = int(random() % kSlots), j = int(random() % kSlots);
+        const long n = long(random() % 1000);
+        switch (random() % 9) {
+        case 0:
+            held[i] = Mv_Variant(n);
+            shadow[i] = QString::number(n);
+            break;
+        case 1:
+            held[i] = Mv_Variant(n % 2 == 0);
+            shadow[i] = n % 2 == 0 ? QStringLiteral("true") : QStringLiteral("false");
+            break;
+        case 2:
+            held[i] = Mv_Variant(n + 0.5);
+            shadow[i] = QString::number(n + 0.5);
+            break;
+        case 3:
+            held[i] = Mv_Variant(QStringLiteral("t%1").arg(n));
+            shadow[i] = QStringLiteral("t%1").arg(n);
+            break;
+        case 4:
+            held[i] = held[j];
+            shadow[i] = shadow[j];
+            break;
+        case 5:
+            if (i != j) {
+                held[i] = std::move(held[j]);
+                shadow[i] = shadow[j];
+                shadow[j] = QStringLiteral("<empty>");
+            }
+            break;
+        case 6: {
+            Mv_Variant moved(std::move(held[i]));
+            held[i] = Mv_Variant(moved);
+            break;
+        }
+        case 7:
+            std::swap(held[i], held[j]);
+            std::swap(shadow[i], shadow[j]);
+            break;
+        default:
+            held[i].clear();
+            shadow[i] = QStringLiteral("<empty>");
+            break;
+        }
+        for (int k = 0; k < kSlots; ++k)
+            ASSERT_EQ(held[k].toDebugString(), shadow[k]) << "slot " << k << " at step " << step;
+    }
+    // A copy reads back as exactly the kind it was made from.
+    const Mv_Variant number(7L), copy(number);
+    EXPECT_TRUE(copy.holds<long>());
+    EXPECT_FALSE(copy.holds<double>());
+    EXPECT_EQ(copy.value<double>(), 7.0);
 }
 
 TEST(Environment, VariablesExpandAndTextAssignmentsParse)
