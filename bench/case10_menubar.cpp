@@ -268,7 +268,7 @@ bool benchMenuBar(const QString& resourceDir)
         std::fprintf(stderr, "case 10: %d items with KelCore, %d by hand\n", kelItems, qtItems);
         broken("case 10: the bars do not have the same items");
     }
-    return printRatio("9 menu bar: 13 menus, 198 commands, opened", r, 1.5);
+    return printRatio("10 menu bar: 13 menus, 198 commands, opened", r, 1.5);
 }
 
 } // namespace

@@ -81,7 +81,7 @@ typedef Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> BoolProperty;
 bool benchMemory()
 {
     if (heapInUse() == 0) {
-        printLine("10 memory", "-", "-", "-", "needs glibc 2.33", true);
+        printLine("11 memory", "-", "-", "-", "needs glibc 2.33", true);
         return true;
     }
     QStringList names;
@@ -157,8 +157,8 @@ bool benchMemory()
         });
     }) - perPanel / 10;
 
-    bool met = printBytes("10 memory: bound property / QCheckBox", perProperty, perQtBox);
-    met = printBytes("10 memory: published long model / QObject", perModel, perQObject) && met;
+    bool met = printBytes("11 memory: bound property / QCheckBox", perProperty, perQtBox);
+    met = printBytes("11 memory: published long model / QObject", perModel, perQObject) && met;
     std::printf("    sizeof: QCheckBox %d, QObject %d, bound property %d, value model %d; "
                 "a bound Kel_CheckBox %s on the heap\n",
                 int(sizeof(QCheckBox)), int(sizeof(QObject)), int(sizeof(BoolProperty)),
