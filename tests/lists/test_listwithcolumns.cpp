@@ -67,7 +67,9 @@ protected:
         list->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
         window->resize(400, 300);
         window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        // Keyboard focus needs the active window on a display server.
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
     void TearDown() override
     {
