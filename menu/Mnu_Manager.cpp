@@ -9,6 +9,9 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <cstring>
+
 namespace {
 
 // Qt's DOM parser recurses once per element level and runs out of stack a
@@ -29,11 +32,67 @@ bool openMenuFile(QFile& file)
     return true;
 }
 
+// How deeply the elements of data nest at most, found by a byte scan far
+// cheaper than the stream reader below; a self-closing element counts one
+// level below its parent, as the reader sees it. -1 when the scan cannot
+// vouch for the text: a document type (its entities may hold elements), a
+// NUL byte (a wide encoding), or markup left unclosed.
+int nestingBound(const QByteArray& data)
+{
+    if (data.contains('\0'))
+        return -1;
+    const char* p = data.constData();
+    const char* const end = p + data.size();
+    auto skipPast = [&p, end](const char* closing, int length) {
+        const char* found = std::search(p, end, closing, closing + length);
+        if (found == end)
+            return false;
+        p = found + length;
+        return true;
+    };
+    int depth = 0;
+    int deepest = 0;
+    while ((p = static_cast<const char*>(std::memchr(p, '<', size_t(end - p))))) {
+        ++p;
+        if (p == end)
+            return -1;
+        if (*p == '/') {
+            --depth;
+            if (!skipPast(">", 1))
+                return -1;
+        } else if (*p == '?') {
+            if (!skipPast("?>", 2))
+                return -1;
+        } else if (*p == '!') {
+            const bool closed = (end - p >= 3 && std::memcmp(p, "!--", 3) == 0 && (p += 3, skipPast("-->", 3)))
+                || (end - p >= 8 && std::memcmp(p, "![CDATA[", 8) == 0 && (p += 8, skipPast("]]>", 3)));
+            if (!closed)
+                return -1;
+        } else {
+            deepest = std::max(deepest, ++depth);
+            char quote = 0;
+            for (; p != end && (quote || *p != '>'); ++p) {
+                if (quote ? *p == quote : (*p == '"' || *p == '\''))
+                    quote = quote ? 0 : *p;
+            }
+            if (p == end)
+                return -1;
+            if (p[-1] == '/')
+                --depth;
+            ++p;
+        }
+    }
+    return deepest;
+}
+
 // True when the document nests elements deeper than kMaxElementDepth; line
 // and column then tell where. Other faults are left to the DOM parser.
-bool nestsTooDeeply(QIODevice* device, int* line, int* column)
+bool nestsTooDeeply(const QByteArray& data, int* line, int* column)
 {
-    QXmlStreamReader reader(device);
+    const int bound = nestingBound(data);
+    if (bound >= 0 && bound <= kMaxElementDepth)
+        return false;
+    QXmlStreamReader reader(data);
     int depth = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
@@ -231,16 +290,17 @@ bool Mnu_Manager::xmlParser(char* name)
     QString message;
     int line = 0;
     int column = 0;
-    const bool tooDeep = nestsTooDeeply(&file, &line, &column);
+    // One read serves both passes.
+    const QByteArray data = file.readAll();
+    file.close();
+    const bool tooDeep = nestsTooDeeply(data, &line, &column);
     if (tooDeep)
         message = QStringLiteral("elements nested too deeply");
-    if (tooDeep || !file.seek(0) || !document.setContent(&file, false, &message, &line, &column)) {
+    if (tooDeep || !document.setContent(data, false, &message, &line, &column)) {
         qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line,
                 column);
-        file.close();
         return false;
     }
-    file.close();
     QDomElement root = document.documentElement();
     return xmlDerivedParser(root);
 }

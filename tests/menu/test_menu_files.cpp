@@ -118,6 +118,42 @@ TEST_F(MenuFileTest, FilesTooDeepOrEndlessAreRefusedInsteadOfCrashingOrHanging)
     }
 }
 
+// Markup that looks like tags inside comments, character data, attribute
+// values and processing instructions must neither hide nor invent levels,
+// and a self-closing element counts as one level deeper than its parent.
+TEST_F(MenuFileTest, DepthLimitSeesThroughCommentsDataAndSelfClosingElements)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    const QByteArray decoys = "<!-- </Menu></Menu> --><![CDATA[</a></b>]]><?pi </c>?>";
+    // levels nested elements with decoys at every level, innermost being
+    // a self-closing element whose attribute holds "/>" and ">".
+    auto write = [&](const QString& name, int levels, const QByteArray& prolog) {
+        QFile file(work.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(prolog + QByteArray("<Menu a='/>'>" + decoys).repeated(levels - 1) + "<Leaf b=\"x/>\"/>"
+                   + QByteArray("</Menu>").repeated(levels - 1));
+    };
+    write("AtLimit.xml", 1000, QByteArray());
+    write("OverLimit.xml", 1001, QByteArray());
+    write("Typed.xml", 1001, "<!DOCTYPE Menu [ <!ENTITY e \"<Menu/>\"> ]>");
+    Ost_Resource::setResourcePath(work.path() + "/");
+
+    DebugMessageCollector collector;
+    Mnu_QtManager manager;
+    QByteArray name("AtLimit");
+    EXPECT_TRUE(manager.setMenus(name.data()));
+    EXPECT_FALSE(parseMessages(collector).join('\n').contains("nested too deeply"));
+    for (const char* refused : {"OverLimit", "Typed"}) {
+        collector.clear();
+        name = refused;
+        EXPECT_FALSE(manager.setMenus(name.data())) << refused;
+        const QStringList messages = parseMessages(collector);
+        ASSERT_EQ(messages.size(), 1) << refused;
+        EXPECT_TRUE(messages.first().contains("elements nested too deeply at line 1")) << refused;
+    }
+}
+
 TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
 {
     QTemporaryDir work;
