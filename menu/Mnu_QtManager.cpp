@@ -215,8 +215,13 @@ void Mnu_QtManager::clearPopup()
     // Only the identifiers of the current build are kept: the actions of
     // earlier builds are gone.
     mPopupMenuP->clear();
+    // The next build is most likely the same size: keep room for it rather
+    // than growing the tables item by item again.
+    const int previous = mItemIDs.size();
     mItemIDs.clear();
+    mItemIDs.reserve(previous);
     mItemSet.clear();
+    mItemSet.reserve(previous);
     for (const QPointer<QActionGroup>& group : std::as_const(mRadioGroups))
         delete group.data();
     mRadioGroups.clear();
