@@ -7,6 +7,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QHash>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -107,6 +108,28 @@ bool nestsTooDeeply(const QByteArray& data, int* line, int* column)
         }
     }
     return false;
+}
+
+// A menu file parsed before, with the bytes it was parsed from. The same
+// file is loaded over and over (a menu bar per window, a popup per view),
+// and the same bytes always give the same document, so one parse serves
+// them all. The file is still read on every load and compared, so an
+// edited file is parsed afresh; documents are only read, never changed.
+struct ParsedMenuFile
+{
+    QByteArray data;
+    QDomDocument document;
+};
+
+// A few files of application size are kept; larger or more are parsed on
+// every load as before.
+const int kParsedFilesKept = 16;
+const int kLargestFileKept = 1 << 20;
+
+QHash<QString, ParsedMenuFile>& parsedMenuFiles()
+{
+    static QHash<QString, ParsedMenuFile> files;
+    return files;
 }
 
 } // namespace
@@ -286,20 +309,34 @@ bool Mnu_Manager::xmlParser(char* name)
             return false;
     }
 
-    QDomDocument document;
-    QString message;
-    int line = 0;
-    int column = 0;
     // One read serves both passes.
     const QByteArray data = file.readAll();
+    const QString path = file.fileName();
     file.close();
-    const bool tooDeep = nestsTooDeeply(data, &line, &column);
-    if (tooDeep)
-        message = QStringLiteral("elements nested too deeply");
-    if (tooDeep || !document.setContent(data, false, &message, &line, &column)) {
-        qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line,
-                column);
-        return false;
+
+    QHash<QString, ParsedMenuFile>& parsed = parsedMenuFiles();
+    const auto known = parsed.constFind(path);
+    QDomDocument document;
+    if (known != parsed.constEnd() && known->data == data) {
+        document = known->document;
+    } else {
+        QString message;
+        int line = 0;
+        int column = 0;
+        const bool tooDeep = nestsTooDeeply(data, &line, &column);
+        if (tooDeep)
+            message = QStringLiteral("elements nested too deeply");
+        if (tooDeep || !document.setContent(data, false, &message, &line, &column)) {
+            qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message),
+                    line, column);
+            parsed.remove(path);
+            return false;
+        }
+        if (data.size() <= kLargestFileKept) {
+            if (parsed.size() >= kParsedFilesKept && !parsed.contains(path))
+                parsed.clear();
+            parsed.insert(path, ParsedMenuFile{data, document});
+        }
     }
     QDomElement root = document.documentElement();
     return xmlDerivedParser(root);

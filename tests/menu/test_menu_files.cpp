@@ -154,6 +154,50 @@ TEST_F(MenuFileTest, DepthLimitSeesThroughCommentsDataAndSelfClosingElements)
     }
 }
 
+// Loading the same file again must give what it holds now: an edit of the
+// same length (same size, likely the same modification second) is seen, and
+// so is a file that went bad after a good load, and one that came back.
+TEST_F(MenuFileTest, ReloadingAFileReadsItsCurrentContent)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    auto write = [&work](const QByteArray& content) {
+        QFile file(work.filePath("Edited.xml"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+    };
+    auto firstName = [](Mnu_QtManager& manager) {
+        Mnu_Menu* menu = manager.getMenu();
+        return menu && menu->getSegmentCount() > 0 ? menu->getSegmentAt(0)->getName() : QString();
+    };
+    Ost_Resource::setResourcePath(work.path() + "/");
+    const QByteArray good = "<Menu><CommandSegment><Name>Alpha</Name></CommandSegment></Menu>";
+    QByteArray name("Edited");
+
+    write(good);
+    Mnu_QtManager first;
+    ASSERT_TRUE(first.setMenus(name.data()));
+    EXPECT_EQ(firstName(first), "Alpha");
+    Mnu_QtManager again;
+    ASSERT_TRUE(again.setMenus(name.data()));
+    EXPECT_EQ(firstName(again), "Alpha");
+
+    write(QByteArray(good).replace("Alpha", "Omega"));
+    Mnu_QtManager edited;
+    ASSERT_TRUE(edited.setMenus(name.data()));
+    EXPECT_EQ(firstName(edited), "Omega");
+
+    write(QByteArray(good).replace("</Menu>", "</Mune>"));
+    Mnu_QtManager broken;
+    EXPECT_FALSE(broken.setMenus(name.data()));
+    EXPECT_EQ(broken.getMenu(), nullptr);
+
+    write(good);
+    Mnu_QtManager restored;
+    ASSERT_TRUE(restored.setMenus(name.data()));
+    EXPECT_EQ(firstName(restored), "Alpha");
+}
+
 TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
 {
     QTemporaryDir work;
