@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QDomElement>
+#include <QHash>
 #include <QIcon>
 #include <QKeySequence>
 #include <QMap>
@@ -33,6 +34,29 @@ QMap<QString, bool>& acceleratorTable()
 {
     static QMap<QString, bool> table;
     return table;
+}
+
+// An accelerator's keys and their portable spelling. Every build of every
+// menu sets the same few accelerators again, so each text is turned into
+// keys once; the portable form does not depend on the locale.
+struct ParsedAccelerator
+{
+    QKeySequence keys;
+    QString text;
+};
+
+ParsedAccelerator parseAccelerator(const QString& accelerator)
+{
+    static QHash<QString, ParsedAccelerator> parsed;
+    auto it = parsed.constFind(accelerator);
+    if (it == parsed.constEnd()) {
+        // Bounded: texts from models could be anything.
+        if (parsed.size() >= 1024)
+            parsed.clear();
+        const QKeySequence keys = QKeySequence::fromString(accelerator, QKeySequence::PortableText);
+        it = parsed.insert(accelerator, ParsedAccelerator{keys, keys.toString(QKeySequence::PortableText)});
+    }
+    return *it;
 }
 
 // The part of a menu name after its last folder separator.
@@ -282,10 +306,11 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     QAction* action = actionForID(id);
     if (!action)
         return;
-    const QKeySequence sequence = QKeySequence::fromString(accelerator, QKeySequence::PortableText);
+    const ParsedAccelerator parsed = parseAccelerator(accelerator);
+    const QKeySequence& sequence = parsed.keys;
     action->setShortcut(sequence);
     action->setShortcutVisibleInContextMenu(true);
-    const QString text = sequence.toString(QKeySequence::PortableText);
+    const QString& text = parsed.text;
     // An empty accelerator (an element without one) takes no key.
     if (!sequence.isEmpty())
         acceleratorTable()[text] = true;
