@@ -241,7 +241,7 @@ void Mnu_QtManager::clearPopup()
     mPopupMenuP->clear();
     // The next build is most likely the same size: keep room for it rather
     // than growing the tables item by item again.
-    const int previous = mItemIDs.size();
+    const auto previous = mItemIDs.size();
     mItemIDs.clear();
     mItemIDs.reserve(previous);
     mItemSet.clear();
