@@ -39,8 +39,11 @@ Kel_PopupMenu::~Kel_PopupMenu() = default;
 
 QAction* Kel_PopupMenu::insertItem(const QString& text, QVariant data)
 {
-    QAction* action = addAction(text);
+    // Filled in before it joins the menu: a change to an action already in
+    // a menu sends the menu an event, which costs as much as the adding.
+    auto* action = new QAction(text, this);
     action->setData(data);
+    addAction(action);
     return action;
 }
 
@@ -48,9 +51,10 @@ QAction* Kel_PopupMenu::insertItem(const QString& text, QMenu* submenu, QVariant
 {
     // An action of our own rather than the submenu's menuAction(): clearing
     // this menu must not take the submenu's action with it.
-    QAction* action = addAction(text);
+    auto* action = new QAction(text, this);
     action->setMenu(submenu);
     action->setData(data);
+    addAction(action);
     return action;
 }
 

@@ -7,7 +7,11 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFile>
+#include <QHash>
 #include <QXmlStreamReader>
+
+#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -29,11 +33,67 @@ bool openMenuFile(QFile& file)
     return true;
 }
 
+// How deeply the elements of data nest at most, found by a byte scan far
+// cheaper than the stream reader below; a self-closing element counts one
+// level below its parent, as the reader sees it. -1 when the scan cannot
+// vouch for the text: a document type (its entities may hold elements), a
+// NUL byte (a wide encoding), or markup left unclosed.
+int nestingBound(const QByteArray& data)
+{
+    if (data.contains('\0'))
+        return -1;
+    const char* p = data.constData();
+    const char* const end = p + data.size();
+    auto skipPast = [&p, end](const char* closing, int length) {
+        const char* found = std::search(p, end, closing, closing + length);
+        if (found == end)
+            return false;
+        p = found + length;
+        return true;
+    };
+    int depth = 0;
+    int deepest = 0;
+    while ((p = static_cast<const char*>(std::memchr(p, '<', size_t(end - p))))) {
+        ++p;
+        if (p == end)
+            return -1;
+        if (*p == '/') {
+            --depth;
+            if (!skipPast(">", 1))
+                return -1;
+        } else if (*p == '?') {
+            if (!skipPast("?>", 2))
+                return -1;
+        } else if (*p == '!') {
+            const bool closed = (end - p >= 3 && std::memcmp(p, "!--", 3) == 0 && (p += 3, skipPast("-->", 3)))
+                || (end - p >= 8 && std::memcmp(p, "![CDATA[", 8) == 0 && (p += 8, skipPast("]]>", 3)));
+            if (!closed)
+                return -1;
+        } else {
+            deepest = std::max(deepest, ++depth);
+            char quote = 0;
+            for (; p != end && (quote || *p != '>'); ++p) {
+                if (quote ? *p == quote : (*p == '"' || *p == '\''))
+                    quote = quote ? 0 : *p;
+            }
+            if (p == end)
+                return -1;
+            if (p[-1] == '/')
+                --depth;
+            ++p;
+        }
+    }
+    return deepest;
+}
+
 // True when the document nests elements deeper than kMaxElementDepth; line
 // and column then tell where. Other faults are left to the DOM parser.
-bool nestsTooDeeply(QIODevice* device, int* line, int* column)
+bool nestsTooDeeply(const QByteArray& data, int* line, int* column)
 {
-    QXmlStreamReader reader(device);
+    const int bound = nestingBound(data);
+    if (bound >= 0 && bound <= kMaxElementDepth)
+        return false;
+    QXmlStreamReader reader(data);
     int depth = 0;
     while (!reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
@@ -48,6 +108,28 @@ bool nestsTooDeeply(QIODevice* device, int* line, int* column)
         }
     }
     return false;
+}
+
+// A menu file parsed before, with the bytes it was parsed from. The same
+// file is loaded over and over (a menu bar per window, a popup per view),
+// and the same bytes always give the same document, so one parse serves
+// them all. The file is still read on every load and compared, so an
+// edited file is parsed afresh; documents are only read, never changed.
+struct ParsedMenuFile
+{
+    QByteArray data;
+    QDomDocument document;
+};
+
+// A few files of application size are kept; larger or more are parsed on
+// every load as before.
+const int kParsedFilesKept = 16;
+const int kLargestFileKept = 1 << 20;
+
+QHash<QString, ParsedMenuFile>& parsedMenuFiles()
+{
+    static QHash<QString, ParsedMenuFile> files;
+    return files;
 }
 
 } // namespace
@@ -227,20 +309,35 @@ bool Mnu_Manager::xmlParser(char* name)
             return false;
     }
 
-    QDomDocument document;
-    QString message;
-    int line = 0;
-    int column = 0;
-    const bool tooDeep = nestsTooDeeply(&file, &line, &column);
-    if (tooDeep)
-        message = QStringLiteral("elements nested too deeply");
-    if (tooDeep || !file.seek(0) || !document.setContent(&file, false, &message, &line, &column)) {
-        qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message), line,
-                column);
-        file.close();
-        return false;
-    }
+    // One read serves both passes.
+    const QByteArray data = file.readAll();
+    const QString path = file.fileName();
     file.close();
+
+    QHash<QString, ParsedMenuFile>& parsed = parsedMenuFiles();
+    const auto known = parsed.constFind(path);
+    QDomDocument document;
+    if (known != parsed.constEnd() && known->data == data) {
+        document = known->document;
+    } else {
+        QString message;
+        int line = 0;
+        int column = 0;
+        const bool tooDeep = nestsTooDeeply(data, &line, &column);
+        if (tooDeep)
+            message = QStringLiteral("elements nested too deeply");
+        if (tooDeep || !document.setContent(data, false, &message, &line, &column)) {
+            qCDebug(lcKelMenu, "Mnu_Manager xmlParser parse error %s at line %d column %d", qPrintable(message),
+                    line, column);
+            parsed.remove(path);
+            return false;
+        }
+        if (data.size() <= kLargestFileKept) {
+            if (parsed.size() >= kParsedFilesKept && !parsed.contains(path))
+                parsed.clear();
+            parsed.insert(path, ParsedMenuFile{data, document});
+        }
+    }
     QDomElement root = document.documentElement();
     return xmlDerivedParser(root);
 }

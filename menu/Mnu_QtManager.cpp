@@ -11,6 +11,7 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QDomElement>
+#include <QHash>
 #include <QIcon>
 #include <QKeySequence>
 #include <QMap>
@@ -33,6 +34,29 @@ QMap<QString, bool>& acceleratorTable()
 {
     static QMap<QString, bool> table;
     return table;
+}
+
+// An accelerator's keys and their portable spelling. Every build of every
+// menu sets the same few accelerators again, so each text is turned into
+// keys once; the portable form does not depend on the locale.
+struct ParsedAccelerator
+{
+    QKeySequence keys;
+    QString text;
+};
+
+ParsedAccelerator parseAccelerator(const QString& accelerator)
+{
+    static QHash<QString, ParsedAccelerator> parsed;
+    auto it = parsed.constFind(accelerator);
+    if (it == parsed.constEnd()) {
+        // Bounded: texts from models could be anything.
+        if (parsed.size() >= 1024)
+            parsed.clear();
+        const QKeySequence keys = QKeySequence::fromString(accelerator, QKeySequence::PortableText);
+        it = parsed.insert(accelerator, ParsedAccelerator{keys, keys.toString(QKeySequence::PortableText)});
+    }
+    return *it;
 }
 
 // The part of a menu name after its last folder separator.
@@ -215,8 +239,13 @@ void Mnu_QtManager::clearPopup()
     // Only the identifiers of the current build are kept: the actions of
     // earlier builds are gone.
     mPopupMenuP->clear();
+    // The next build is most likely the same size: keep room for it rather
+    // than growing the tables item by item again.
+    const auto previous = mItemIDs.size();
     mItemIDs.clear();
+    mItemIDs.reserve(previous);
     mItemSet.clear();
+    mItemSet.reserve(previous);
     for (const QPointer<QActionGroup>& group : std::as_const(mRadioGroups))
         delete group.data();
     mRadioGroups.clear();
@@ -277,10 +306,11 @@ void Mnu_QtManager::setItemAccelerator(Mnu_MenuID id, const QString& accelerator
     QAction* action = actionForID(id);
     if (!action)
         return;
-    const QKeySequence sequence = QKeySequence::fromString(accelerator, QKeySequence::PortableText);
+    const ParsedAccelerator parsed = parseAccelerator(accelerator);
+    const QKeySequence& sequence = parsed.keys;
     action->setShortcut(sequence);
     action->setShortcutVisibleInContextMenu(true);
-    const QString text = sequence.toString(QKeySequence::PortableText);
+    const QString& text = parsed.text;
     // An empty accelerator (an element without one) takes no key.
     if (!sequence.isEmpty())
         acceleratorTable()[text] = true;

@@ -118,6 +118,86 @@ TEST_F(MenuFileTest, FilesTooDeepOrEndlessAreRefusedInsteadOfCrashingOrHanging)
     }
 }
 
+// Markup that looks like tags inside comments, character data, attribute
+// values and processing instructions must neither hide nor invent levels,
+// and a self-closing element counts as one level deeper than its parent.
+TEST_F(MenuFileTest, DepthLimitSeesThroughCommentsDataAndSelfClosingElements)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    const QByteArray decoys = "<!-- </Menu></Menu> --><![CDATA[</a></b>]]><?pi </c>?>";
+    // levels nested elements with decoys at every level, innermost being
+    // a self-closing element whose attribute holds "/>" and ">".
+    auto write = [&](const QString& name, int levels, const QByteArray& prolog) {
+        QFile file(work.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(prolog + QByteArray("<Menu a='/>'>" + decoys).repeated(levels - 1) + "<Leaf b=\"x/>\"/>"
+                   + QByteArray("</Menu>").repeated(levels - 1));
+    };
+    write("AtLimit.xml", 1000, QByteArray());
+    write("OverLimit.xml", 1001, QByteArray());
+    write("Typed.xml", 1001, "<!DOCTYPE Menu [ <!ENTITY e \"<Menu/>\"> ]>");
+    Ost_Resource::setResourcePath(work.path() + "/");
+
+    DebugMessageCollector collector;
+    Mnu_QtManager manager;
+    QByteArray name("AtLimit");
+    EXPECT_TRUE(manager.setMenus(name.data()));
+    EXPECT_FALSE(parseMessages(collector).join('\n').contains("nested too deeply"));
+    for (const char* refused : {"OverLimit", "Typed"}) {
+        collector.clear();
+        name = refused;
+        EXPECT_FALSE(manager.setMenus(name.data())) << refused;
+        const QStringList messages = parseMessages(collector);
+        ASSERT_EQ(messages.size(), 1) << refused;
+        EXPECT_TRUE(messages.first().contains("elements nested too deeply at line 1")) << refused;
+    }
+}
+
+// Loading the same file again must give what it holds now: an edit of the
+// same length (same size, likely the same modification second) is seen, and
+// so is a file that went bad after a good load, and one that came back.
+TEST_F(MenuFileTest, ReloadingAFileReadsItsCurrentContent)
+{
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    auto write = [&work](const QByteArray& content) {
+        QFile file(work.filePath("Edited.xml"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(content);
+    };
+    auto firstName = [](Mnu_QtManager& manager) {
+        Mnu_Menu* menu = manager.getMenu();
+        return menu && menu->getSegmentCount() > 0 ? menu->getSegmentAt(0)->getName() : QString();
+    };
+    Ost_Resource::setResourcePath(work.path() + "/");
+    const QByteArray good = "<Menu><CommandSegment><Name>Alpha</Name></CommandSegment></Menu>";
+    QByteArray name("Edited");
+
+    write(good);
+    Mnu_QtManager first;
+    ASSERT_TRUE(first.setMenus(name.data()));
+    EXPECT_EQ(firstName(first), "Alpha");
+    Mnu_QtManager again;
+    ASSERT_TRUE(again.setMenus(name.data()));
+    EXPECT_EQ(firstName(again), "Alpha");
+
+    write(QByteArray(good).replace("Alpha", "Omega"));
+    Mnu_QtManager edited;
+    ASSERT_TRUE(edited.setMenus(name.data()));
+    EXPECT_EQ(firstName(edited), "Omega");
+
+    write(QByteArray(good).replace("</Menu>", "</Mune>"));
+    Mnu_QtManager broken;
+    EXPECT_FALSE(broken.setMenus(name.data()));
+    EXPECT_EQ(broken.getMenu(), nullptr);
+
+    write(good);
+    Mnu_QtManager restored;
+    ASSERT_TRUE(restored.setMenus(name.data()));
+    EXPECT_EQ(firstName(restored), "Alpha");
+}
+
 TEST_F(MenuFileTest, NamesAreLookedUpUnderTheResourcePathThenAsGiven)
 {
     QTemporaryDir work;
