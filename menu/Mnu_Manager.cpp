@@ -122,9 +122,10 @@ struct ParsedMenuFile
 };
 
 // A few files of application size are kept; larger or more are parsed on
-// every load as before.
+// every load as before. A parsed document takes several times its file's
+// bytes, so the cap keeps the whole store to a few megabytes.
 const int kParsedFilesKept = 16;
-const int kLargestFileKept = 1 << 20;
+const int kLargestFileKept = 1 << 18;
 
 QHash<QString, ParsedMenuFile>& parsedMenuFiles()
 {
