@@ -231,6 +231,11 @@ long Kel_Header::shownWidth(long column) const
     return std::max({0L, mWidth->element<long>(column, 0), mMinWidth->element<long>(column, 0)});
 }
 
+QString Kel_Header::columnIdentifier(long column) const
+{
+    return column < 0 ? QString() : mIdentifier->element<QString>(column);
+}
+
 QString Kel_Header::labelText(long column) const
 {
     const QString label = mLabel->element<QString>(column);

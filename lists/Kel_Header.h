@@ -102,6 +102,8 @@ public:
     // The label shown for the column at a visible position (its identifier
     // when it has no label); empty out of range.
     QString columnLabel(int position) const;
+    // The identifier of a column, by column index; empty when there is none.
+    QString columnIdentifier(long column) const;
     // Whether the rows are sorted by the column at a visible position, and
     // in which direction.
     bool isSortedBy(int position, bool* ascending = nullptr) const;

@@ -31,8 +31,12 @@ QAccessibleInterface* Kel_HeaderAccessible::item(int position) const
         return nullptr;
     const auto known = mItems.constFind(column);
     if (known != mItems.constEnd()) {
-        if (QAccessibleInterface* iface = QAccessible::accessibleInterface(known.value()))
+        QAccessibleInterface* iface = QAccessible::accessibleInterface(known.value());
+        if (iface && iface->isValid())
             return iface;
+        // Another column took this index: its reader gets a new item.
+        if (iface)
+            QAccessible::deleteAccessibleInterface(known.value());
     }
     auto* made = new Kel_HeaderItemAccessible(h, column);
     mItems.insert(column, QAccessible::registerAccessibleInterface(made));
@@ -82,7 +86,7 @@ QString Kel_HeaderAccessible::text(QAccessible::Text type) const
 // Kel_HeaderItemAccessible
 
 Kel_HeaderItemAccessible::Kel_HeaderItemAccessible(Kel_Header* header, long column)
-    : mHeader(header), mColumn(column)
+    : mHeader(header), mColumn(column), mIdentifier(header ? header->columnIdentifier(column) : QString())
 {
 }
 
@@ -99,7 +103,7 @@ int Kel_HeaderItemAccessible::position() const
 
 bool Kel_HeaderItemAccessible::isValid() const
 {
-    return position() >= 0;
+    return position() >= 0 && mHeader->columnIdentifier(mColumn) == mIdentifier;
 }
 
 QWindow* Kel_HeaderItemAccessible::window() const

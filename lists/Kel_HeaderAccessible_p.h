@@ -47,7 +47,8 @@ public:
     long column() const { return mColumn; }
     // Where the column is shown now, -1 when hidden.
     int position() const;
-
+    // Valid while its column is shown and is still the column it was made
+    // for: removing a column from the model renumbers the later ones.
     bool isValid() const override;
     QObject* object() const override { return nullptr; }
     QWindow* window() const override;
@@ -70,6 +71,7 @@ public:
 private:
     QPointer<Kel_Header> mHeader;
     long mColumn;
+    QString mIdentifier;
 };
 
 #endif

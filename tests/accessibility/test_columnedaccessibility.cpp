@@ -301,6 +301,16 @@ TEST_F(ColumnedTable, HeaderLabelsAreColumnHeadersWithSortStateAndActions)
     ASSERT_NE(header->contextMenu(), nullptr);
     EXPECT_TRUE(header->contextMenu()->isVisible());
     header->contextMenu()->close();
+    // Removing a column renumbers the later ones: the item made for the
+    // hidden "Tape" (column 1) must not come to name "Duration", which
+    // takes index 1. Readers hold items by id; the old one is gone or invalid.
+    const QAccessible::Id tapeId = QAccessible::uniqueId(tape);
+    ASSERT_TRUE(columns.removeColumn(columns.columnIndex(QStringLiteral("name"))));
+    ASSERT_EQ(iface->childCount(), 1);
+    EXPECT_EQ(iface->child(0)->text(QAccessible::Name), QStringLiteral("Duration"));
+    QAccessibleInterface* oldTape = QAccessible::accessibleInterface(tapeId);
+    EXPECT_TRUE(!oldTape || !oldTape->isValid());
+    EXPECT_TRUE(iface->child(0)->isValid());
 }
 
 TEST_F(ColumnedTable, TheHeaderIsReachedByTabAndAnnouncesTheChosenLabel)
