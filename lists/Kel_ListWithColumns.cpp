@@ -57,15 +57,15 @@ void Kel_ListWithColumns::init()
     mWidth.onMessage([this](const Mv_MessageInterface& m) { handleWidthMessage(m); });
     mMinWidth.onMessage([this](const Mv_MessageInterface& m) { handleWidthMessage(m); });
     // A per-column model arriving late (or leaving) changes every cell.
-    for (Kel_BoundPropertyBase* p : {static_cast<Kel_BoundPropertyBase*>(&mSortedVisibleColumns),
-                                     static_cast<Kel_BoundPropertyBase*>(&mLabel), static_cast<Kel_BoundPropertyBase*>(&mViewType),
+    mSortedVisibleColumns.onMessage([this](const Mv_MessageInterface& m) {
+        if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
+            rebuildUnlessConnecting();
+    });
+    for (Kel_BoundPropertyBase* p : {static_cast<Kel_BoundPropertyBase*>(&mLabel),
+                                     static_cast<Kel_BoundPropertyBase*>(&mViewType),
                                      static_cast<Kel_BoundPropertyBase*>(&mReadOnlyFlags),
-                                     static_cast<Kel_BoundPropertyBase*>(&mEnvironmentVars)}) {
-        p->onMessage([this](const Mv_MessageInterface& m) {
-            if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
-                rebuildUnlessConnecting();
-        });
-    }
+                                     static_cast<Kel_BoundPropertyBase*>(&mEnvironmentVars)})
+        p->onMessage([this](const Mv_MessageInterface& m) { handleCellSettingMessage(m); });
 }
 
 Kel_ViewInterface* Kel_ListWithColumns::clone()
@@ -320,6 +320,26 @@ void Kel_ListWithColumns::handleWidthMessage(const Mv_MessageInterface& message)
         for (long p = 0; p < columns; ++p)
             applyWidth(p);
     }
+}
+
+// A shown column's label, cell type, read-only flag or variables changed:
+// its cell is made again as it was made first, so that the name, the
+// prototype and the connections all agree with the model.
+void Kel_ListWithColumns::handleCellSettingMessage(const Mv_MessageInterface& message)
+{
+    if (message.is<Mvt_Root_Notifications::MsgConnectedChanged>()) {
+        rebuildUnlessConnecting();
+        return;
+    }
+    const auto* changed = message.as<Mvt_ArrayContainer_Notifications::MsgElementValueChanged>();
+    const long p = changed ? positionOfColumn(changed->index()) : -1;
+    if (p < 0 || !cellAt(p) || mColumnDragInProgress)
+        return;
+    removeColumn(p);
+    insertColumn(p);
+    reportColumnsChanged(QAccessibleTableModelChangeEvent::ModelReset, -1, -1);
+    if (mParent)
+        mParent->childInsertedColumn(this);
 }
 
 void Kel_ListWithColumns::applyWidth(long p)

@@ -116,6 +116,7 @@ private:
     bool columnListenersConnected() const;
     void handleVisibleColumnsMessage(const Mv_MessageInterface& message);
     void handleWidthMessage(const Mv_MessageInterface& message);
+    void handleCellSettingMessage(const Mv_MessageInterface& message);
     void applyWidth(long position);
     void handleColumnBeingDragged();
     void rebuildUnlessConnecting();

@@ -178,22 +178,36 @@ TEST_F(ColumnListTest, FollowsTheColumnModelAwayAndBack)
     EXPECT_EQ(cells(), QStringList({"Tape", "Duration"}));
 }
 
-TEST_F(ColumnListTest, UnnamedAndUnknownColumnsKeepTheirPlace)
+TEST_F(ColumnListTest, UnnamedUnknownAndChangedColumnsKeepTheirPlace)
 {
     Kel_ColumnDataModel::Column c;
     c.width = 33;
     c.viewType = kUnknownCell;
-    columns.addColumn(c); // column 3, label "x" below
+    columns.addColumn(c); // column 3
     columns.addColumn(c); // column 4, no label
-    columns.setLabel(3, QStringLiteral("x"));
-    EXPECT_EQ(cells(), QStringList({"Name", "Tape", "Duration", "column3", "column4"}))
-        << "names are taken when the cell is made";
-    columns.hideColumn(3);
-    columns.showColumn(3, 0);
-    EXPECT_EQ(cells(), QStringList({"x", "Name", "Tape", "Duration", "column4"}));
-    Kel_ViewInterface* unknown = stack()->viewAt(9);
+    EXPECT_EQ(cells(), QStringList({"Name", "Tape", "Duration", "column3", "column4"}));
+    Kel_ViewInterface* unknown = stack()->viewAt(7);
     EXPECT_TRUE(dynamic_cast<Kel_BlankView*>(unknown));
     EXPECT_EQ(unknown->getWidth(), 33);
+
+    // A shown column's label, type and read-only flag reach its cell at once,
+    // in its place and at its width.
+    columns.setLabel(3, QStringLiteral("x"));
+    columns.setViewType(0, kUnknownCell);
+    columns.setReadOnly(2, true);
+    EXPECT_EQ(cells(), QStringList({"Name", "Tape", "Duration", "x", "column4"}));
+    EXPECT_TRUE(dynamic_cast<Kel_BlankView*>(stack()->viewAt(1)));
+    EXPECT_EQ(stack()->viewAt(1)->getWidth(), 80);
+    EXPECT_TRUE(stack()->viewAt(5)->getReadOnly());
+    columns.setViewType(0, kTextCell);
+    EXPECT_EQ(stack()->viewAt(1)->getName(), QStringLiteral("Name"));
+    EXPECT_FALSE(dynamic_cast<Kel_BlankView*>(stack()->viewAt(1)));
+
+    // A hidden column's change waits for it to be shown.
+    columns.hideColumn(3);
+    columns.setLabel(3, QStringLiteral("y"));
+    columns.showColumn(3, 0);
+    EXPECT_EQ(cells(), QStringList({"y", "Name", "Tape", "Duration", "column4"}));
 }
 
 TEST_F(ColumnListTest, WidthsNeverGoBelowTheMinimumWhileTheModelKeepsItsValue)
