@@ -227,6 +227,23 @@ TEST(MenuCompilerTest, WhatTheLibraryWouldSkipIsAWarningWithItsPlace)
         << run.output.toStdString();
 }
 
+TEST(MenuCompilerTest, ABarsEditMenuPlaceIsReadAndOtherTagsAreNot)
+{
+    QTemporaryDir dir;
+    const QString file = writeFile(dir, "Bar.xml",
+                                   "<MenuBar>\n"
+                                   "  <Menu><Name>File</Name><Text>File</Text></Menu>\n"
+                                   "  <EditMenu/>\n"
+                                   "  <Toolbar/>\n"
+                                   "</MenuBar>\n");
+    const CompilerRun run = compile({"--xml", file});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors.split('\n'),
+              QStringList({file + ":4:3: warning: <Toolbar> in <MenuBar> is left out; only <Menu> and <EditMenu> are read",
+                           ""}));
+    EXPECT_TRUE(run.output.contains("<EditMenu/>")) << run.output.toStdString();
+}
+
 TEST(MenuCompilerTest, ItWritesWhatTheLibraryWrites)
 {
     QTemporaryDir dir;

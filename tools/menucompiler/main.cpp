@@ -164,8 +164,11 @@ public:
             case kMenuBar:
                 if (tag == QLatin1String("Menu"))
                     visit(child, kMenu);
+                else if (tag == QLatin1String("EditMenu")) // where the application's Edit menu goes
+                    visit(child, kValue);
                 else
-                    visit(child, kValue, QStringLiteral("<%1> in <MenuBar> is left out; only <Menu> is read").arg(tag));
+                    visit(child, kValue,
+                          QStringLiteral("<%1> in <MenuBar> is left out; only <Menu> and <EditMenu> are read").arg(tag));
                 break;
             case kMenu:
                 if (isSegmentTag(tag))
@@ -319,6 +322,8 @@ int main(int argc, char** argv)
         for (QDomElement child = root.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
             if (child.tagName() == QLatin1String("Menu"))
                 bar->addManager(new Mnu_QtManager(bar.get(), nullptr, &child));
+            else if (child.tagName() == QLatin1String("EditMenu"))
+                bar->addEditMenu();
         }
     } else {
         menu.reset(new Mnu_QtManager());
