@@ -336,22 +336,18 @@ bool Mnu_Menu::saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::s
 
     emitCode(out, indent, QStringLiteral("/* Generate a new Menu */"));
     emitCode(out, indent, QStringLiteral("{"));
-    if (menuMgr) {
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();"));
-    } else if (isSubmenu) {
+    if (isSubmenu && !menuMgr) {
         emitCode(out, inner, QStringLiteral("/* Use existing Segment's Manager */"));
         emitCode(
             out, inner,
             QStringLiteral("Mnu_QtManager* manager = dynamic_cast<Mnu_QtManager*>( segment->getSubmenuManager() );"));
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
-    } else {
+    } else if (!menuMgr) {
         emitCode(out, inner, QStringLiteral("/* Create a new Manager for each Menu */"));
         emitCode(out, inner, QStringLiteral("Mnu_QtManager* manager = menubarMgr->createManager();"));
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
     }
+    emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
+    emitCode(out, inner, menuMgr ? QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();")
+                                 : QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
     field("Name", "setName", mName);
     field("VisibleConnectionName", "setVisibleConnectionName", getVisibleConnectionName());
     if (!mText.isEmpty())
