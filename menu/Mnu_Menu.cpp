@@ -315,16 +315,17 @@ bool Mnu_Menu::saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::s
                         Mnu_QtManager* menuMgr, bool isSubmenu)
 {
     const QString inner = indent + QLatin1Char('\t');
-    if (format == Mnu_Segment::kSaveXml) {
+    const bool xml = format == Mnu_Segment::kSaveXml;
+    const QString menu = QStringLiteral("menu");
+    auto field = [&](const char* tag, const char* setter, const QString& value) {
+        Mnu_Writer::emitField(out, inner, xml, QLatin1String(tag), menu, QLatin1String(setter), value);
+    };
+    if (xml) {
         emitCode(out, indent, QStringLiteral("<Menu>"));
-        auto field = [&](const char* tag, const QString& value) {
-            if (!value.isEmpty())
-                emitCode(out, inner, Mnu_Writer::element(QLatin1String(tag), value));
-        };
-        field("Name", mName);
-        field("VisibleConnectionName", getVisibleConnectionName());
-        field("Text", Mnu_Writer::escapedText(mText));
-        field("TextConnectionName", getItemTextConnectionName());
+        field("Name", "setName", mName);
+        field("VisibleConnectionName", "setVisibleConnectionName", getVisibleConnectionName());
+        field("Text", "setMenuText", Mnu_Writer::escapedText(mText));
+        field("TextConnectionName", "setItemTextConnectionName", getItemTextConnectionName());
         for (Mnu_Segment* segment : mSegments)
             segment->saveSegment(out, inner, format);
         emitCode(out, indent, QStringLiteral("</Menu>"));
@@ -335,34 +336,24 @@ bool Mnu_Menu::saveMenu(std::ostream& out, const QString& indent, Mnu_Segment::s
 
     emitCode(out, indent, QStringLiteral("/* Generate a new Menu */"));
     emitCode(out, indent, QStringLiteral("{"));
-    if (menuMgr) {
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();"));
-    } else if (isSubmenu) {
+    if (isSubmenu && !menuMgr) {
         emitCode(out, inner, QStringLiteral("/* Use existing Segment's Manager */"));
         emitCode(
             out, inner,
             QStringLiteral("Mnu_QtManager* manager = dynamic_cast<Mnu_QtManager*>( segment->getSubmenuManager() );"));
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
-    } else {
+    } else if (!menuMgr) {
         emitCode(out, inner, QStringLiteral("/* Create a new Manager for each Menu */"));
         emitCode(out, inner, QStringLiteral("Mnu_QtManager* manager = menubarMgr->createManager();"));
-        emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
-        emitCode(out, inner, QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
     }
-    const QString menu = QStringLiteral("menu");
-    if (!mName.isEmpty())
-        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setName"), mName));
-    if (!getVisibleConnectionName().isEmpty())
-        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setVisibleConnectionName"),
-                                                    getVisibleConnectionName()));
+    emitCode(out, inner, QStringLiteral("/* Manager creates a Menu for us, use it here */"));
+    emitCode(out, inner, menuMgr ? QStringLiteral("Mnu_Menu* menu = menuMgr->getMenu();")
+                                 : QStringLiteral("Mnu_Menu* menu = manager->getMenu();"));
+    field("Name", "setName", mName);
+    field("VisibleConnectionName", "setVisibleConnectionName", getVisibleConnectionName());
     if (!mText.isEmpty())
         emitCode(out, inner, QLatin1String("menu->setMenuText( Mnu_QtManager::tr( \"") + mText
                                  + QLatin1String("\", \"this is a menu\" ) );"));
-    if (!getItemTextConnectionName().isEmpty())
-        emitCode(out, inner, Mnu_Writer::setterCall(menu, QStringLiteral("setItemTextConnectionName"),
-                                                    getItemTextConnectionName()));
+    field("TextConnectionName", "setItemTextConnectionName", getItemTextConnectionName());
     for (Mnu_Segment* segment : mSegments)
         segment->saveSegment(out, inner, format);
     if (!menuMgr && !isSubmenu)
