@@ -251,6 +251,13 @@ void Kel_ListWithColumns::insertColumnDragViews(long p)
     stack->addProxyView(new kel_listwithcolumns::Kel_ColumnDragView(marked));
 }
 
+long Kel_ListWithColumns::cellCount() const
+{
+    // The leading blank, then a cell and its separator per column.
+    Kel_HStackView* stack = rowStack();
+    return stack ? stack->count() / 2 : 0;
+}
+
 Kel_ViewInterface* Kel_ListWithColumns::cellAt(long p) const
 {
     Kel_HStackView* stack = rowStack();
@@ -260,7 +267,7 @@ Kel_ViewInterface* Kel_ListWithColumns::cellAt(long p) const
 long Kel_ListWithColumns::positionOfColumn(long column) const
 {
     long found = -1;
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         if (mSortedVisibleColumns->element<long>(p, -1) == column)
             found = p;
@@ -316,7 +323,7 @@ void Kel_ListWithColumns::handleWidthMessage(const Mv_MessageInterface& message)
             applyWidth(p);
     } else if (message.is<Mvt_ArrayContainer_Notifications::MsgElementsReplaced>()) {
         // Many columns at once: every visible one is checked.
-        const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+        const long columns = cellCount();
         for (long p = 0; p < columns; ++p)
             applyWidth(p);
     }
@@ -399,7 +406,7 @@ long Kel_ListWithColumns::GetMinimumRowHeight()
 {
     const long fontRowHeight = GetFontRowHeight();
     long height = fontRowHeight;
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         Kel_ViewInterface* cell = cellAt(p);
         if (!cell || !cell->isFixedAspect() || cell->getAspect() <= 0)
@@ -416,7 +423,7 @@ long Kel_ListWithColumns::GetMinimumRowHeight()
 
 void Kel_ListWithColumns::AdjustWidths()
 {
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         Kel_ViewInterface* cell = cellAt(p);
         if (!cell || !cell->isFixedAspect() || cell->getAspect() <= 0)
@@ -529,8 +536,7 @@ void Kel_ListWithColumns::changeGridSelection(int direction)
             changeSelection(Qt::Key_Down);
         return;
     }
-    Kel_HStackView* stack = rowStack();
-    const long columns = stack ? stack->count() / 2 : 0;
+    const long columns = cellCount();
     const long rows = GetNumItems();
     if (rows <= 0 || columns <= 0)
         return;

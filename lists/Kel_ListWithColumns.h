@@ -122,6 +122,8 @@ private:
     void rebuildUnlessConnecting();
     // The visible position showing column, the last one when several do; -1 for none.
     long positionOfColumn(long column) const;
+    // How many cells the row holds (one per visible position built).
+    long cellCount() const;
     // The cell of visible position p, or null.
     Kel_ViewInterface* cellAt(long position) const;
     void sendPressAt(const QPoint& local);
