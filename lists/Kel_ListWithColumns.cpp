@@ -177,7 +177,7 @@ void Kel_ListWithColumns::insertColumn(long p)
     if (!stack || !columnListenersConnected())
         return;
     const long col = mSortedVisibleColumns->element<long>(p, -1);
-    const long width = std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+    const long width = cellWidth(col);
     const bool readOnly = mReadOnlyFlags->element<bool>(col, false);
     const long viewType = mViewType->element<long>(col, 0);
     const QString envVars = mEnvironmentVars->element<QString>(col);
@@ -191,11 +191,8 @@ void Kel_ListWithColumns::insertColumn(long p)
         const float aspect = cell->getAspect();
         size.setHeight(int(std::floor(aspect * float(width))));
         SetRowHeight(size.height());
-        if (aspect > 0) {
-            const long minWidth = long(std::floor(float(GetFontRowHeight()) / aspect));
-            if (mMinWidth->element<long>(col, minWidth) != minWidth)
-                mMinWidth->setElement<long>(col, minWidth);
-        }
+        if (aspect > 0)
+            keepMinWidth(col, aspect, GetFontRowHeight());
         if (rowStack() != stack) { // a listener rebuilt the row meanwhile
             delete cell;
             return;
@@ -212,6 +209,18 @@ void Kel_ListWithColumns::insertColumn(long p)
     cell->makeConnections(cellEnvironment);
 
     stack->insertView(columnIndexToViewIndex(p) + 1, new kel_listwithcolumns::Kel_ColumnSeparatorView(separatorSize()));
+}
+
+long Kel_ListWithColumns::cellWidth(long col) const
+{
+    return std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+}
+
+void Kel_ListWithColumns::keepMinWidth(long col, float aspect, long fontRowHeight)
+{
+    const long minWidth = long(std::floor(float(fontRowHeight) / aspect));
+    if (mMinWidth->element<long>(col, minWidth) != minWidth)
+        mMinWidth->setElement<long>(col, minWidth);
 }
 
 void Kel_ListWithColumns::removeColumn(long p)
@@ -356,7 +365,7 @@ void Kel_ListWithColumns::applyWidth(long p)
     if (!cell)
         return;
     const long col = mSortedVisibleColumns->element<long>(p, -1);
-    const long width = std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+    const long width = cellWidth(col);
     cell->setSize(QSize(int(width), cell->getHeight()));
     if (cell->isFixedAspect())
         SetRowHeight(long(std::floor(cell->getAspect() * float(width))));
@@ -414,9 +423,7 @@ long Kel_ListWithColumns::GetMinimumRowHeight()
         const float aspect = cell->getAspect();
         const long col = mSortedVisibleColumns->element<long>(p, -1);
         height = std::max(height, long(std::floor(aspect * float(mWidth->element<long>(col, 0)))));
-        const long minWidth = long(std::floor(float(fontRowHeight) / aspect));
-        if (mMinWidth->element<long>(col, minWidth) != minWidth)
-            mMinWidth->setElement<long>(col, minWidth);
+        keepMinWidth(col, aspect, fontRowHeight);
     }
     return height;
 }
