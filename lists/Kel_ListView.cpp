@@ -587,9 +587,9 @@ bool Kel_ListView::SetSelected(long row, bool all, Qt::KeyboardModifiers modifie
         row = mNumItems - 1;
     if (row < 0)
         row = -1;
-    SelectionList selection = mSelectionListP->getValue();
     if (mSelectionMode == None)
         return true;
+    SelectionList selection = mSelectionListP->getValue();
     mStaleRect = QRect();
 
     if (all) {

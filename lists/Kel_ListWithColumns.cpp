@@ -177,7 +177,7 @@ void Kel_ListWithColumns::insertColumn(long p)
     if (!stack || !columnListenersConnected())
         return;
     const long col = mSortedVisibleColumns->element<long>(p, -1);
-    const long width = std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+    const long width = cellWidth(col);
     const bool readOnly = mReadOnlyFlags->element<bool>(col, false);
     const long viewType = mViewType->element<long>(col, 0);
     const QString envVars = mEnvironmentVars->element<QString>(col);
@@ -191,11 +191,8 @@ void Kel_ListWithColumns::insertColumn(long p)
         const float aspect = cell->getAspect();
         size.setHeight(int(std::floor(aspect * float(width))));
         SetRowHeight(size.height());
-        if (aspect > 0) {
-            const long minWidth = long(std::floor(float(GetFontRowHeight()) / aspect));
-            if (mMinWidth->element<long>(col, minWidth) != minWidth)
-                mMinWidth->setElement<long>(col, minWidth);
-        }
+        if (aspect > 0)
+            keepMinWidth(col, aspect, GetFontRowHeight());
         if (rowStack() != stack) { // a listener rebuilt the row meanwhile
             delete cell;
             return;
@@ -212,6 +209,18 @@ void Kel_ListWithColumns::insertColumn(long p)
     cell->makeConnections(cellEnvironment);
 
     stack->insertView(columnIndexToViewIndex(p) + 1, new kel_listwithcolumns::Kel_ColumnSeparatorView(separatorSize()));
+}
+
+long Kel_ListWithColumns::cellWidth(long col) const
+{
+    return std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+}
+
+void Kel_ListWithColumns::keepMinWidth(long col, float aspect, long fontRowHeight)
+{
+    const long minWidth = long(std::floor(float(fontRowHeight) / aspect));
+    if (mMinWidth->element<long>(col, minWidth) != minWidth)
+        mMinWidth->setElement<long>(col, minWidth);
 }
 
 void Kel_ListWithColumns::removeColumn(long p)
@@ -251,6 +260,13 @@ void Kel_ListWithColumns::insertColumnDragViews(long p)
     stack->addProxyView(new kel_listwithcolumns::Kel_ColumnDragView(marked));
 }
 
+long Kel_ListWithColumns::cellCount() const
+{
+    // The leading blank, then a cell and its separator per column.
+    Kel_HStackView* stack = rowStack();
+    return stack ? stack->count() / 2 : 0;
+}
+
 Kel_ViewInterface* Kel_ListWithColumns::cellAt(long p) const
 {
     Kel_HStackView* stack = rowStack();
@@ -260,7 +276,7 @@ Kel_ViewInterface* Kel_ListWithColumns::cellAt(long p) const
 long Kel_ListWithColumns::positionOfColumn(long column) const
 {
     long found = -1;
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         if (mSortedVisibleColumns->element<long>(p, -1) == column)
             found = p;
@@ -316,7 +332,7 @@ void Kel_ListWithColumns::handleWidthMessage(const Mv_MessageInterface& message)
             applyWidth(p);
     } else if (message.is<Mvt_ArrayContainer_Notifications::MsgElementsReplaced>()) {
         // Many columns at once: every visible one is checked.
-        const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+        const long columns = cellCount();
         for (long p = 0; p < columns; ++p)
             applyWidth(p);
     }
@@ -349,7 +365,7 @@ void Kel_ListWithColumns::applyWidth(long p)
     if (!cell)
         return;
     const long col = mSortedVisibleColumns->element<long>(p, -1);
-    const long width = std::max(mWidth->element<long>(col, 0), mMinWidth->element<long>(col, 0));
+    const long width = cellWidth(col);
     cell->setSize(QSize(int(width), cell->getHeight()));
     if (cell->isFixedAspect())
         SetRowHeight(long(std::floor(cell->getAspect() * float(width))));
@@ -399,7 +415,7 @@ long Kel_ListWithColumns::GetMinimumRowHeight()
 {
     const long fontRowHeight = GetFontRowHeight();
     long height = fontRowHeight;
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         Kel_ViewInterface* cell = cellAt(p);
         if (!cell || !cell->isFixedAspect() || cell->getAspect() <= 0)
@@ -407,16 +423,14 @@ long Kel_ListWithColumns::GetMinimumRowHeight()
         const float aspect = cell->getAspect();
         const long col = mSortedVisibleColumns->element<long>(p, -1);
         height = std::max(height, long(std::floor(aspect * float(mWidth->element<long>(col, 0)))));
-        const long minWidth = long(std::floor(float(fontRowHeight) / aspect));
-        if (mMinWidth->element<long>(col, minWidth) != minWidth)
-            mMinWidth->setElement<long>(col, minWidth);
+        keepMinWidth(col, aspect, fontRowHeight);
     }
     return height;
 }
 
 void Kel_ListWithColumns::AdjustWidths()
 {
-    const long columns = rowStack() ? rowStack()->count() / 2 : 0;
+    const long columns = cellCount();
     for (long p = 0; p < columns; ++p) {
         Kel_ViewInterface* cell = cellAt(p);
         if (!cell || !cell->isFixedAspect() || cell->getAspect() <= 0)
@@ -529,8 +543,7 @@ void Kel_ListWithColumns::changeGridSelection(int direction)
             changeSelection(Qt::Key_Down);
         return;
     }
-    Kel_HStackView* stack = rowStack();
-    const long columns = stack ? stack->count() / 2 : 0;
+    const long columns = cellCount();
     const long rows = GetNumItems();
     if (rows <= 0 || columns <= 0)
         return;

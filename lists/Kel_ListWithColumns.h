@@ -118,10 +118,17 @@ private:
     void handleWidthMessage(const Mv_MessageInterface& message);
     void handleCellSettingMessage(const Mv_MessageInterface& message);
     void applyWidth(long position);
+    // The width a column's cell takes: its width, at least its minimum.
+    long cellWidth(long column) const;
+    // Writes the minimum width at which a fixed-aspect cell is as tall as a
+    // font row, when the model holds another.
+    void keepMinWidth(long column, float aspect, long fontRowHeight);
     void handleColumnBeingDragged();
     void rebuildUnlessConnecting();
     // The visible position showing column, the last one when several do; -1 for none.
     long positionOfColumn(long column) const;
+    // How many cells the row holds (one per visible position built).
+    long cellCount() const;
     // The cell of visible position p, or null.
     Kel_ViewInterface* cellAt(long position) const;
     void sendPressAt(const QPoint& local);

@@ -268,8 +268,9 @@ TEST_F(HeaderKeys, RandomKeySequencesMatchAShadowModel)
         for (long c = 0; c < 5; ++c)
             EXPECT_EQ(width(c), widths[size_t(c)]) << "column " << c;
         EXPECT_EQ(model->sortColumn(), sorted);
-        if (sorted >= 0)
+        if (sorted >= 0) {
             EXPECT_EQ(model->isSortedAscending(), ascending);
+        }
     }
 }
 

@@ -172,19 +172,18 @@ struct ClipBinModels
     {
         const QString field = columns.column(column).identifier;
         std::vector<Clip> rows = readClips();
-        const auto less = [&field](const Clip& a, const Clip& b) {
-            if (field == QLatin1String("name"))
-                return a.name < b.name;
-            if (field == QLatin1String("duration"))
-                return a.frames < b.frames;
-            if (field == QLatin1String("kind"))
-                return a.kind < b.kind;
-            if (field == QLatin1String("color"))
-                return a.color.hsvHue() < b.color.hsvHue();
-            if (field == QLatin1String("notes"))
-                return a.notes < b.notes;
-            return a.number < b.number;
-        };
+        // The field is looked up once, not in every comparison.
+        bool (*less)(const Clip&, const Clip&) = [](const Clip& a, const Clip& b) { return a.number < b.number; };
+        if (field == QLatin1String("name"))
+            less = [](const Clip& a, const Clip& b) { return a.name < b.name; };
+        else if (field == QLatin1String("duration"))
+            less = [](const Clip& a, const Clip& b) { return a.frames < b.frames; };
+        else if (field == QLatin1String("kind"))
+            less = [](const Clip& a, const Clip& b) { return a.kind < b.kind; };
+        else if (field == QLatin1String("color"))
+            less = [](const Clip& a, const Clip& b) { return a.color.hsvHue() < b.color.hsvHue(); };
+        else if (field == QLatin1String("notes"))
+            less = [](const Clip& a, const Clip& b) { return a.notes < b.notes; };
         std::sort(rows.begin(), rows.end(), [&](const Clip& a, const Clip& b) {
             if (less(a, b) || less(b, a))
                 return ascending ? less(a, b) : less(b, a);
