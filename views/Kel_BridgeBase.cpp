@@ -204,17 +204,17 @@ bool Kel_BridgeBase::focusNextView(bool next)
 
 void Kel_BridgeBase::focusEntered(Qt::FocusReason reason)
 {
-    const QList<Kel_ViewInterface*> views = focusableViews();
     // Entered from outside: the focused view is new to the reader.
     mReportedFocusP = nullptr;
-    if (!views.isEmpty() && reason == Qt::TabFocusReason)
-        setFocusedView(views.first());
-    else if (!views.isEmpty() && reason == Qt::BacktabFocusReason)
-        setFocusedView(views.last());
-    else if (!views.isEmpty() && !focusedView() && reason != Qt::MouseFocusReason) // a click picks its own view
-        setFocusedView(views.first());
-    else
+    // The focusable views are collected only when one is to be picked
+    // (a click picks its own view).
+    const bool pick = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason ||
+                      (reason != Qt::MouseFocusReason && !focusedView());
+    const QList<Kel_ViewInterface*> views = pick ? focusableViews() : QList<Kel_ViewInterface*>();
+    if (views.isEmpty())
         focusMayHaveChanged();
+    else
+        setFocusedView(reason == Qt::BacktabFocusReason ? views.last() : views.first());
     if (QWidget* host = viewHostWidget())
         host->update();
 }

@@ -169,14 +169,15 @@ QAccessibleInterface* Kel_ViewAccessibility::interfaceFor(Kel_ViewInterface* vie
     const auto known = r.ids.constFind(view);
     if (known != r.ids.constEnd())
         return QAccessible::accessibleInterface(known.value());
-    for (Kel_ViewContainerInterface* parent = view->getParent(); parent;) {
-        auto* parentView = dynamic_cast<Kel_ViewInterface*>(parent);
-        if (!parentView)
-            break;
-        auto* parentIface = dynamic_cast<Kel_ViewAccessible*>(interfaceFor(parentView));
-        if (parentIface && parentIface->presentsDescendants())
+    // The parent's own answer has looked at its ancestors already: a view
+    // inside one that has no interface (a presented one) has none either.
+    if (auto* parentView = dynamic_cast<Kel_ViewInterface*>(view->getParent())) {
+        QAccessibleInterface* parentIface = interfaceFor(parentView);
+        if (!parentIface)
             return nullptr;
-        parent = parentView->getParent();
+        auto* parentViewIface = dynamic_cast<Kel_ViewAccessible*>(parentIface);
+        if (parentViewIface && parentViewIface->presentsDescendants())
+            return nullptr;
     }
     QAccessibleInterface* iface = nullptr;
     for (auto creator = r.viewCreators.rbegin(); creator != r.viewCreators.rend() && !iface; ++creator)
