@@ -340,7 +340,6 @@ void Kel_Monitor::updateAspectRatioGeometry()
         picture = QRect(0, int((h0 - h) / 2), int(w0), h);
     }
     mPictureRect = picture;
-    mPictureTopLeft = picture.topLeft();
 
     const QPointer<Kel_Monitor> self(this);
     if (mPictureRectModel.isConnected() && mPictureRectModel.set(picture) == Kel_BoundPropertyBase::kOwnerDeleted)

@@ -208,7 +208,6 @@ private:
     BoolProperty mAppActive{this};
 
     QRect mPictureRect;
-    QPoint mPictureTopLeft;
     bool mIs4x3;
     bool mConnected;
     bool mIsAudioOnly;
