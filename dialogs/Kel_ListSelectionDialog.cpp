@@ -34,6 +34,7 @@ Kel_ListSelectionDialog::Kel_ListSelectionDialog(QWidget* parent, const char* na
     mErrorP->setObjectName(QStringLiteral("error"));
     mErrorP->hide();
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+    mOkButtonP = buttons->button(QDialogButtonBox::Ok);
     auto* layout = new QVBoxLayout(this);
     for (QWidget* w : std::initializer_list<QWidget*>{mPromptP, mFilterP, mListP, mErrorP, buttons})
         layout->addWidget(w);
@@ -87,8 +88,7 @@ void Kel_ListSelectionDialog::fill()
     applyFilter(mFilterP->text());
     // Nothing to write the choice to: OK would do nothing.
     const bool writable = multi ? mMulti.isConnected() : mSingle.isConnected();
-    if (auto* box = findChild<QDialogButtonBox*>())
-        box->button(QDialogButtonBox::Ok)->setEnabled(writable && mItems.isConnected());
+    mOkButtonP->setEnabled(writable && mItems.isConnected());
 }
 
 void Kel_ListSelectionDialog::applyFilter(const QString& text)

@@ -15,6 +15,7 @@
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class QPushButton;
 
 // Asks the user to choose among the elements of a string array ("Clips.name"):
 // one of them, written to a long model, or several, written to a sorted
@@ -59,6 +60,7 @@ private:
     QLineEdit* mFilterP;
     QListWidget* mListP;
     QLabel* mErrorP;
+    QPushButton* mOkButtonP;
 };
 
 #endif

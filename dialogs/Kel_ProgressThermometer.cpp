@@ -78,8 +78,9 @@ void Kel_ProgressThermometer::paintEvent(QPaintEvent*)
     }
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawRect(frame);
-    if (!text().isEmpty()) {
+    const QString label = text();
+    if (!label.isEmpty()) {
         painter.setPen(palette().color(QPalette::Text));
-        painter.drawText(rect(), Qt::AlignCenter, text());
+        painter.drawText(rect(), Qt::AlignCenter, label);
     }
 }

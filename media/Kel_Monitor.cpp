@@ -77,7 +77,6 @@ Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, boo
     setPalette(black);
     setAutoFillBackground(true);
     setFocusPolicy(Qt::ClickFocus); // for the keys of the "MainMonitor" keymap context
-    qApp->installEventFilter(this);
 
     mMonitorImage.onNotify([this] { handleMsgFromMonitorImage(); });
     mSequence.onMessage([this](const Mv_MessageInterface& message) {
@@ -131,7 +130,8 @@ Kel_Monitor::Kel_Monitor(QWidget* parent, QString name, QString monitorConn, boo
 
 Kel_Monitor::~Kel_Monitor()
 {
-    qApp->removeEventFilter(this);
+    if (mWatchedWindowP)
+        mWatchedWindowP->removeEventFilter(this);
     mPopupManagerP.reset(); // before its menu, a child widget
 }
 
@@ -340,7 +340,6 @@ void Kel_Monitor::updateAspectRatioGeometry()
         picture = QRect(0, int((h0 - h) / 2), int(w0), h);
     }
     mPictureRect = picture;
-    mPictureTopLeft = picture.topLeft();
 
     const QPointer<Kel_Monitor> self(this);
     if (mPictureRectModel.isConnected() && mPictureRectModel.set(picture) == Kel_BoundPropertyBase::kOwnerDeleted)
@@ -617,7 +616,22 @@ void Kel_Monitor::resizeEvent(QResizeEvent* event)
 void Kel_Monitor::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    watchWindow();
     updatePlayRateOverlay(false, true, true);
+}
+
+void Kel_Monitor::watchWindow()
+{
+    // Only the window holding the monitor, rather than every event of the
+    // application; a monitor is shown again after it moved to another window.
+    QWidget* holder = window() != this ? window() : nullptr;
+    if (holder == mWatchedWindowP)
+        return;
+    if (mWatchedWindowP)
+        mWatchedWindowP->removeEventFilter(this);
+    mWatchedWindowP = holder;
+    if (holder)
+        holder->installEventFilter(this);
 }
 
 void Kel_Monitor::hideEvent(QHideEvent* event)

@@ -18,6 +18,7 @@
 #include <QImage>
 #include <QPixmap>
 #include <QPoint>
+#include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QWidget>
@@ -172,6 +173,9 @@ private:
     bool triggerMonitorMoved();
     void sendGlobalOffset();
     void startDrag();
+    // Filters the events of the window holding the monitor (not of the
+    // monitor itself), for eventFilter.
+    void watchWindow();
 
     QString mMonitorConn;
     bool mSequenceMonitor;
@@ -208,7 +212,6 @@ private:
     BoolProperty mAppActive{this};
 
     QRect mPictureRect;
-    QPoint mPictureTopLeft;
     bool mIs4x3;
     bool mConnected;
     bool mIsAudioOnly;
@@ -220,6 +223,7 @@ private:
     QPixmap mSlug4x3;
 
     Kel_TransparentOverlay* mOverlayP; // a child window: deleted with the monitor
+    QPointer<QWidget> mWatchedWindowP;
     QPixmap mOverlayPixmap;
     QString mOverlayText;
     unsigned short mShownAlpha;

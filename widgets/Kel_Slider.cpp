@@ -66,8 +66,6 @@ void Kel_Slider::setDisabledToolTip(const QString& text)
 
 void Kel_Slider::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
-    mValueListener.setSpec(mValueConnSpec);
-    mEnabledListener.setSpec(mEnabledConnSpec);
     mRangeMinListener.setSpec(mRangeConnSpec.isEmpty() ? QString() : mRangeConnSpec + QStringLiteral(".min"));
     mRangeMaxListener.setSpec(mRangeConnSpec.isEmpty() ? QString() : mRangeConnSpec + QStringLiteral(".max"));
     // The range first, so that the value is checked against the new range

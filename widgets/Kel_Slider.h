@@ -41,10 +41,10 @@ public:
     // Connection specifications; they take effect at the next makeConnections.
     void setRangeConnSpec(const QByteArray& spec) { mRangeConnSpec = QString::fromUtf8(spec); }
     QByteArray getRangeConnSpec() const { return mRangeConnSpec.toUtf8(); }
-    void setValueConnSpec(const QByteArray& spec) { mValueConnSpec = QString::fromUtf8(spec); }
-    QByteArray getValueConnSpec() const { return mValueConnSpec.toUtf8(); }
-    void setEnabledStateConnSpec(const QByteArray& spec) { mEnabledConnSpec = QString::fromUtf8(spec); }
-    QByteArray getEnabledStateConnSpec() const { return mEnabledConnSpec.toUtf8(); }
+    void setValueConnSpec(const QByteArray& spec) { mValueListener.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getValueConnSpec() const { return mValueListener.spec().toUtf8(); }
+    void setEnabledStateConnSpec(const QByteArray& spec) { mEnabledListener.setSpec(QString::fromUtf8(spec)); }
+    QByteArray getEnabledStateConnSpec() const { return mEnabledListener.spec().toUtf8(); }
 
     // Tool tips by enabled state, applied at once when the state matches.
     void setEnabledToolTip(const QString& text);
@@ -116,8 +116,6 @@ private:
     QPixmap mHandlePixmap;
     QPixmap mBackgroundPixmap;
     QString mSliderType;
-    QString mEnabledConnSpec;
-    QString mValueConnSpec;
     QString mRangeConnSpec;
     bool mIsOrientationHorizontal;
     int mMin;

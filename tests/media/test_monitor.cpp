@@ -302,6 +302,27 @@ TEST_F(MonitorTest, TheOverlayLeavesWithTheMonitorAndWithTheApplication)
     EXPECT_EQ(overlay()->alpha(), 143);
 }
 
+TEST_F(MonitorTest, TheOverlayFollowsTheWindowHoldingTheMonitor)
+{
+    QWidget window;
+    window.setGeometry(40, 40, 800, 500);
+    monitor.reset(new Kel_Monitor(&window, QStringLiteral("Record"), QStringLiteral("Mon")));
+    struct DeleteFirst // the monitor, before the window that holds it
+    {
+        std::unique_ptr<Kel_Monitor>& held;
+        ~DeleteFirst() { held.reset(); }
+    } deleteFirst{monitor};
+    monitor->setGeometry(20, 30, 720, 400);
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    Kel_ConnectionUtils::recursiveConnect(monitor.get(), Mv_ConnectionEnvironment::blankEnvironment());
+    models.playState.setValue(QStringLiteral("playing"));
+    ASSERT_TRUE(overlay()->isVisible());
+
+    window.move(window.pos() + QPoint(50, 30));
+    QTRY_COMPARE(overlay()->pos(), monitor->mapToGlobal(QPoint(6, 400 - 8 - overlay()->height())));
+}
+
 TEST_F(MonitorTest, KeysMappedInTheMainMonitorContextRunThereAndOthersGoOn)
 {
     int stops = 0;
