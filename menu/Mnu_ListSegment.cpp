@@ -10,7 +10,7 @@
 #include <algorithm>
 
 Mnu_ListSegment::Mnu_ListSegment(Mnu_Menu* menu, QDomElement* element)
-    : Mnu_Segment(menu), mItemIdentifierMapSize(0)
+    : Mnu_Segment(menu)
 {
     if (element)
         xmlParser(element);
@@ -21,9 +21,8 @@ Mnu_ListSegment::~Mnu_ListSegment() = default;
 int Mnu_ListSegment::instantiate(Mnu_Manager* manager)
 {
     mManagerP = manager;
-    mItemIdentifierMap.clear();
-    mItemIdentifierMapSize = 0;
     mIDs.clear();
+    mItemIdentifiers.clear();
     refreshState();
     doWhatsThisConnections();
     if (!mVisible || !manager)
@@ -41,8 +40,7 @@ int Mnu_ListSegment::instantiate(Mnu_Manager* manager)
         const Mnu_MenuID id = manager->insertItem(name, name);
         if (!id.IsValid())
             continue;
-        mItemIdentifierMap[id] = mIDModel->element<QString>(i);
-        mItemIdentifierMapSize = int(mItemIdentifierMap.size());
+        mItemIdentifiers.push_back(mIDModel->element<QString>(i));
         mMenuP->setIDAssignedToSegment(this, id);
         mIDs.push_back(id);
 
@@ -66,7 +64,7 @@ int Mnu_ListSegment::instantiate(Mnu_Manager* manager)
 
 int Mnu_ListSegment::getVisibleItemCount()
 {
-    return mVisible ? mItemIdentifierMapSize : 0;
+    return mVisible ? int(mIDs.size()) : 0;
 }
 
 int Mnu_ListSegment::getItemCount()
@@ -132,8 +130,8 @@ void Mnu_ListSegment::dump(const QString& prefix) const
         id.dump(prefix + QLatin1String("      "));
     qCDebug(lcKelMenu, "%s   MenuID to ItemID map", qPrintable(prefix));
     long index = 0;
-    for (const auto& entry : mItemIdentifierMap)
-        qCDebug(lcKelMenu, "%s      map[%ld]: ItemID[%s]", qPrintable(prefix), index++, qPrintable(entry.second));
+    for (const QString& identifier : mItemIdentifiers)
+        qCDebug(lcKelMenu, "%s      map[%ld]: ItemID[%s]", qPrintable(prefix), index++, qPrintable(identifier));
 }
 
 void Mnu_ListSegment::setItemsConnectionName(const QString& name)
@@ -151,8 +149,8 @@ void Mnu_ListSegment::setItemsConnectionName(const QString& name)
 
 QString Mnu_ListSegment::getItemIdentifier(Mnu_MenuID id) const
 {
-    auto it = mItemIdentifierMap.find(id);
-    return it == mItemIdentifierMap.end() ? QString() : it->second;
+    const int i = getIDIndex(id);
+    return i < 0 ? QString() : mItemIdentifiers[size_t(i)];
 }
 
 bool Mnu_ListSegment::parseSubElement(QDomElement* element)
@@ -164,7 +162,7 @@ bool Mnu_ListSegment::parseSubElement(QDomElement* element)
     return Mnu_Segment::parseSubElement(element);
 }
 
-int Mnu_ListSegment::getIDIndex(Mnu_MenuID id)
+int Mnu_ListSegment::getIDIndex(Mnu_MenuID id) const
 {
     auto it = std::find(mIDs.begin(), mIDs.end(), id);
     return it == mIDs.end() ? -1 : int(it - mIDs.begin());

@@ -8,7 +8,6 @@
 #include "Mvt_ArrayContainer.h"
 
 #include <QPixmap>
-#include <map>
 #include <vector>
 
 // One item per element of an array model. Each element's fields come from
@@ -45,7 +44,7 @@ protected:
     bool parseSubElement(QDomElement* element) override;
 
 private:
-    int getIDIndex(Mnu_MenuID id);
+    int getIDIndex(Mnu_MenuID id) const;
 
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<QString>>::Listener> StringField;
     typedef Kel_BoundProperty<Mvt_Array<Mvt_SimpleValue<bool>>::Listener> BoolField;
@@ -53,9 +52,10 @@ private:
     // Element fields and the array are connected even with an empty items name.
     static constexpr Kel_BoundPropertyBase::ConnectPolicy kAlways = Kel_BoundPropertyBase::kConnectAlways;
 
-    std::map<Mnu_MenuID, QString> mItemIdentifierMap;
-    int mItemIdentifierMapSize;
+    // The items of the last build in element order, and the ".id" of each
+    // beside it (a list's items are few lookups and many builds: no map).
     std::vector<Mnu_MenuID> mIDs;
+    std::vector<QString> mItemIdentifiers;
     QString mItemsConnectionName;
     StringField mNameModel{this, kAlways};
     StringField mIDModel{this, kAlways};

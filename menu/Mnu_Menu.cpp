@@ -9,6 +9,7 @@
 #include "Mvt_Root_Notifications.h"
 
 #include <QDomElement>
+#include <QSet>
 #include <QStringList>
 #include <algorithm>
 #include <ostream>
@@ -37,7 +38,7 @@ const Mv_MessageDispatcher<Mnu_Menu>& visibilityDispatcher()
 
 } // namespace
 
-Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mForgottenIDs(0), mVisible(false)
+Mnu_Menu::Mnu_Menu(Mnu_Manager* manager) : mManagerP(manager), mIndexed(0), mForgottenIDs(0), mVisible(false)
 {
     mTitle.onMessage([this](const Mv_MessageInterface& m) {
         if (m.is<Mvt_Root_Notifications::MsgConnectedChanged>())
@@ -103,14 +104,23 @@ bool Mnu_Menu::removeSegment(Mnu_Segment* segment)
     if (it != mSegments.end()) {
         mSegments.erase(it);
         // Its items must no longer reach it, whether or not the menu is rebuilt.
-        for (auto entry = mSegmentMap.begin(); entry != mSegmentMap.end();) {
-            if (entry->second.mSegmentP == segment) {
-                const Mnu_MenuID id = entry->first;
-                ++entry;
-                forgetID(id);
-            } else {
-                ++entry;
+        indexIDs();
+        QSet<const void*> forgotten;
+        for (IDEntry& entry : mIDs) {
+            if (entry.mID.IsValid() && entry.mSegmentP == segment) {
+                forgotten.insert(entry.mID.getValue());
+                mIndex.remove(entry.mID.getValue());
+                entry.mID = Mnu_MenuID();
+                ++mForgottenIDs;
             }
+        }
+        if (!forgotten.isEmpty()) {
+            mItemNames.erase(std::remove_if(mItemNames.begin(), mItemNames.end(),
+                                            [&](const std::pair<Mnu_MenuID, QString>& name) {
+                                                return forgotten.contains(name.first.getValue());
+                                            }),
+                             mItemNames.end());
+            compactIDs();
         }
     }
     afterSegmentsChanged();
@@ -167,7 +177,7 @@ bool Mnu_Menu::instantiate()
         Mnu_Segment* segment = mSegments[i];
         if (segment->isSeparator()) {
             const bool isLast = i + 1 == mSegments.size();
-            if (mSegmentMap.empty() || lastWasSeparator || isLast)
+            if (!hasIDs() || lastWasSeparator || isLast)
                 continue;
         }
         if (segment->instantiate(mManagerP) > 0)
@@ -176,11 +186,11 @@ bool Mnu_Menu::instantiate()
         // around an empty list collapse into one.
     }
     // The last items made were a separator: the segments after it made none.
-    if (lastWasSeparator && !mSegmentMap.empty()) {
+    if (lastWasSeparator && hasIDs()) {
         auto last = mIDs.rbegin();
-        while (!last->IsValid())
+        while (!last->mID.IsValid())
             ++last;
-        const Mnu_MenuID id = *last;
+        const Mnu_MenuID id = last->mID;
         mManagerP->removeItem(id);
         forgetID(id);
     }
@@ -189,23 +199,35 @@ bool Mnu_Menu::instantiate()
 
 void Mnu_Menu::setIDAssignedToSegment(Mnu_Segment* segment, Mnu_MenuID id)
 {
-    const auto known = mSegmentMap.find(id);
-    if (known != mSegmentMap.end()) {
-        // Handed out again: it moves to the end.
-        mIDs[known->second.mIndex] = Mnu_MenuID();
-        ++mForgottenIDs;
-        known->second = IDEntry{segment, mIDs.size()};
-    } else {
-        mSegmentMap.emplace_hint(known, id, IDEntry{segment, mIDs.size()});
+    // Nothing is looked up here: a build hands out hundreds of identifiers
+    // and looks none of them up (see indexIDs).
+    if (id.IsValid())
+        mIDs.push_back(IDEntry{id, segment});
+}
+
+void Mnu_Menu::indexIDs() const
+{
+    for (; mIndexed < mIDs.size(); ++mIndexed) {
+        IDEntry& entry = mIDs[mIndexed];
+        if (!entry.mID.IsValid())
+            continue;
+        auto known = mIndex.find(entry.mID.getValue());
+        if (known == mIndex.end()) {
+            mIndex.insert(entry.mID.getValue(), mIndexed);
+        } else {
+            // Handed out again: it moves to the end.
+            mIDs[*known].mID = Mnu_MenuID();
+            ++mForgottenIDs;
+            *known = mIndexed;
+        }
     }
-    mIDs.push_back(id);
-    compactIDs();
 }
 
 void Mnu_Menu::clearIDs()
 {
     mIDs.clear();
-    mSegmentMap.clear();
+    mIndex.clear();
+    mIndexed = 0;
     mForgottenIDs = 0;
 }
 
@@ -215,71 +237,94 @@ void Mnu_Menu::compactIDs()
 {
     if (mForgottenIDs < 32 || mForgottenIDs * 2 < mIDs.size())
         return;
-    std::vector<Mnu_MenuID> kept;
-    kept.reserve(mIDs.size() - mForgottenIDs);
-    for (const Mnu_MenuID& id : mIDs) {
-        if (!id.IsValid())
-            continue;
-        mSegmentMap[id].mIndex = kept.size();
-        kept.push_back(id);
-    }
-    mIDs.swap(kept);
+    mIDs.erase(std::remove_if(mIDs.begin(), mIDs.end(), [](const IDEntry& entry) { return !entry.mID.IsValid(); }),
+               mIDs.end());
     mForgottenIDs = 0;
+    // The positions have moved; the next lookup indexes again.
+    mIndex.clear();
+    mIndexed = 0;
 }
 
 std::vector<Mnu_MenuID> Mnu_Menu::getIDs() const
 {
+    indexIDs();
     std::vector<Mnu_MenuID> ids;
-    ids.reserve(mSegmentMap.size());
-    for (const Mnu_MenuID& id : mIDs) {
-        if (id.IsValid())
-            ids.push_back(id);
+    ids.reserve(mIDs.size() - mForgottenIDs);
+    for (const IDEntry& entry : mIDs) {
+        if (entry.mID.IsValid())
+            ids.push_back(entry.mID);
     }
     return ids;
 }
 
 void Mnu_Menu::itemActivated(Mnu_MenuID id)
 {
-    auto it = mSegmentMap.find(id);
-    if (it != mSegmentMap.end())
-        it->second.mSegmentP->itemActivated(id);
+    if (Mnu_Segment* segment = getSegmentForID(id))
+        segment->itemActivated(id);
 }
 
 void Mnu_Menu::setItemEnabled(Mnu_Segment* segment, bool enabled)
 {
     if (!mManagerP)
         return;
-    for (const Mnu_MenuID& id : mIDs) {
-        if (!id.IsValid())
-            continue;
-        auto it = mSegmentMap.find(id);
-        if (it != mSegmentMap.end() && it->second.mSegmentP == segment)
-            mManagerP->setItemEnabled(id, enabled);
+    indexIDs();
+    for (const IDEntry& entry : mIDs) {
+        if (entry.mID.IsValid() && entry.mSegmentP == segment)
+            mManagerP->setItemEnabled(entry.mID, enabled);
     }
 }
 
 Mnu_Segment* Mnu_Menu::getSegmentForID(Mnu_MenuID id) const
 {
-    auto it = mSegmentMap.find(id);
-    return it == mSegmentMap.end() ? nullptr : it->second.mSegmentP;
+    if (!id.IsValid())
+        return nullptr;
+    indexIDs();
+    auto it = mIndex.constFind(id.getValue());
+    return it == mIndex.constEnd() ? nullptr : mIDs[*it].mSegmentP;
 }
 
 void Mnu_Menu::setItemName(Mnu_MenuID id, const QString& name)
 {
     if (id.IsValid())
-        mItemNames.insert(id, name);
+        mItemNames.emplace_back(id, name);
+}
+
+QString Mnu_Menu::getItemName(Mnu_MenuID id) const
+{
+    // Latest first: a name given again replaces the earlier one.
+    for (auto it = mItemNames.rbegin(); it != mItemNames.rend(); ++it) {
+        if (it->first == id)
+            return it->second;
+    }
+    return QString();
 }
 
 void Mnu_Menu::forgetID(Mnu_MenuID id)
 {
-    const auto it = mSegmentMap.find(id);
-    if (it != mSegmentMap.end()) {
-        mIDs[it->second.mIndex] = Mnu_MenuID();
-        ++mForgottenIDs;
-        mSegmentMap.erase(it);
-        compactIDs();
+    if (!id.IsValid())
+        return;
+    if (mIndexed == 0) {
+        // Nothing looked up since the build (the usual case: a trailing
+        // separator): a scan is cheaper than indexing the whole build.
+        for (IDEntry& entry : mIDs) {
+            if (entry.mID == id) {
+                entry.mID = Mnu_MenuID();
+                ++mForgottenIDs;
+            }
+        }
+    } else {
+        indexIDs();
+        auto it = mIndex.find(id.getValue());
+        if (it != mIndex.end()) {
+            mIDs[*it].mID = Mnu_MenuID();
+            ++mForgottenIDs;
+            mIndex.erase(it);
+        }
     }
-    mItemNames.remove(id);
+    compactIDs();
+    mItemNames.erase(std::remove_if(mItemNames.begin(), mItemNames.end(),
+                                    [id](const std::pair<Mnu_MenuID, QString>& name) { return name.first == id; }),
+                     mItemNames.end());
 }
 
 void Mnu_Menu::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
@@ -374,7 +419,7 @@ bool Mnu_Menu::tstFindItemByPath(const QString& path, int depth, Mnu_Segment** s
     if (depth < 0 || depth >= parts.size())
         return false;
     for (const Mnu_MenuID& item : getIDs()) {
-        if (mItemNames.value(item) != parts.at(depth))
+        if (getItemName(item) != parts.at(depth))
             continue;
         Mnu_Segment* found = getSegmentForID(item);
         if (depth + 1 < parts.size()) {
@@ -410,12 +455,14 @@ void Mnu_Menu::dump(const QString& prefix) const
     qCDebug(lcKelMenu, "%s   id vector: (%ld) (Mnu_MenuID)", qPrintable(prefix), long(ids.size()));
     for (const Mnu_MenuID& id : ids)
         id.dump(nested);
-    qCDebug(lcKelMenu, "%s   segment map: (%ld)", qPrintable(prefix), long(mSegmentMap.size()));
+    qCDebug(lcKelMenu, "%s   segment map: (%ld)", qPrintable(prefix), long(ids.size()));
     long iteration = 0;
-    for (const auto& entry : mSegmentMap) {
+    for (const IDEntry& entry : mIDs) {
+        if (!entry.mID.IsValid())
+            continue;
         qCDebug(lcKelMenu, "%s      iteration (%ld)", qPrintable(prefix), iteration++);
-        entry.first.dump(deeper);
-        entry.second.mSegmentP->dump(deeper);
+        entry.mID.dump(deeper);
+        entry.mSegmentP->dump(deeper);
     }
 }
 

@@ -9,12 +9,12 @@
 #include "Mv_ConnectionEnvironment.h"
 #include "Mvt_SimpleValue.h"
 
-#include <QMap>
+#include <QHash>
 #include <QString>
 #include <boost/shared_ptr.hpp>
 #include <iosfwd>
-#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 class Mnu_Manager;
@@ -84,7 +84,7 @@ public:
     std::vector<Mnu_MenuID> getIDs() const;
     // The realisation records the name of each item it makes, for lookups by path.
     void setItemName(Mnu_MenuID id, const QString& name);
-    QString getItemName(Mnu_MenuID id) const { return mItemNames.value(id); }
+    QString getItemName(Mnu_MenuID id) const;
 
     // Connects the title and visibility listeners, then every segment.
     void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment> environment);
@@ -118,18 +118,26 @@ private:
 
     Mnu_Manager* mManagerP;             // not owned: the manager owns this menu
     std::vector<Mnu_Segment*> mSegments; // owned: deleted with the menu (removeSegment hands one back)
-    // The segment that made an item, and where the item stands in mIDs.
+    void indexIDs() const;
+    bool hasIDs() const { return mIDs.size() > mForgottenIDs; }
+
+    // An item and the segment that made it.
     struct IDEntry
     {
+        Mnu_MenuID mID;
         Mnu_Segment* mSegmentP;
-        size_t mIndex;
     };
     // Identifiers in hand-out order. A forgotten one leaves an invalid
     // identifier behind until enough have gone to compact the list, so that
-    // forgetting one needs no search of the list.
-    std::vector<Mnu_MenuID> mIDs;
-    std::map<Mnu_MenuID, IDEntry> mSegmentMap;
-    size_t mForgottenIDs;
+    // forgetting one needs no search of the list. A build only appends:
+    // where each identifier stands (mIndex) is worked out on the first
+    // lookup after it, so that building a menu allocates nothing per item.
+    // An identifier handed out again moves to the end, which that indexing
+    // settles too; so the lookups update these from const functions.
+    mutable std::vector<IDEntry> mIDs;
+    mutable QHash<const void*, size_t> mIndex;
+    mutable size_t mIndexed; // entries of mIDs that mIndex covers
+    mutable size_t mForgottenIDs;
     Kel_BoundProperty<Mvt_SimpleValue<QString>::Listener> mTitle;
     Kel_BoundProperty<Mvt_SimpleValue<bool>::Listener> mVisibility;
     QString mText;
@@ -137,7 +145,8 @@ private:
     QString mConnectedText;
     QString mDisplayedText;
     bool mVisible;
-    QMap<Mnu_MenuID, QString> mItemNames;
+    // The name of each item of the build, latest last.
+    std::vector<std::pair<Mnu_MenuID, QString>> mItemNames;
 };
 
 #endif

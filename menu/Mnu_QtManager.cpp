@@ -17,6 +17,7 @@
 #include <QMap>
 #include <QPixmap>
 #include <QProxyStyle>
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -104,6 +105,7 @@ void Mnu_QtManager::init(Kel_PopupMenu* popup, Mnu_QtMenuBarManager* menuBar)
     mSystemMessagesConnected = false;
     mAboutToShowFuncP = nullptr;
     mAboutToShowDataP = nullptr;
+    mItemSetComplete = true;
     // Generated code fills the menu that a new manager comes with.
     mMenuP = new Mnu_Menu(this);
 }
@@ -212,7 +214,7 @@ bool Mnu_QtManager::instantiateMenus()
         mPopupMenuP->setStyle(style);
 
     mPopupMenuP->setTitle(mMenuP ? mMenuP->getText() : QString());
-    if (mInstantiated || !mItemIDs.isEmpty())
+    if (mInstantiated || !mItemIDs.empty())
         clearPopup();
     if (!name.isEmpty())
         mPopupMenuP->setObjectName(name);
@@ -229,6 +231,7 @@ void Mnu_QtManager::clearMenus()
         clearPopup();
     mItemIDs.clear();
     mItemSet.clear();
+    mItemSetComplete = true;
     delete mMenuP;
     mMenuP = nullptr;
     mInstantiated = false;
@@ -239,13 +242,10 @@ void Mnu_QtManager::clearPopup()
     // Only the identifiers of the current build are kept: the actions of
     // earlier builds are gone.
     mPopupMenuP->clear();
-    // The next build is most likely the same size: keep room for it rather
-    // than growing the tables item by item again.
-    const auto previous = mItemIDs.size();
+    // The list keeps its room: the next build is most likely the same size.
     mItemIDs.clear();
-    mItemIDs.reserve(previous);
     mItemSet.clear();
-    mItemSet.reserve(previous);
+    mItemSetComplete = true;
     for (const QPointer<QActionGroup>& group : std::as_const(mRadioGroups))
         delete group.data();
     mRadioGroups.clear();
@@ -266,8 +266,7 @@ Mnu_MenuID Mnu_QtManager::insertSeparator()
     if (!mPopupMenuP)
         return Mnu_MenuID();
     QAction* action = mPopupMenuP->addSeparator();
-    mItemIDs.append(action);
-    mItemSet.insert(action);
+    addItemID(action);
     return Mnu_MenuID(action);
 }
 
@@ -279,8 +278,7 @@ Mnu_MenuID Mnu_QtManager::insertItem(const QString& name, QString& text, Mnu_Man
     QMenu* submenuPopup = qtSubmenu ? qtSubmenu->getPopupMenu() : nullptr;
     QAction* action = submenuPopup ? mPopupMenuP->insertItem(text, submenuPopup, QVariant(name))
                                    : mPopupMenuP->insertItem(text, QVariant(name));
-    mItemIDs.append(action);
-    mItemSet.insert(action);
+    addItemID(action);
     const Mnu_MenuID id(action);
     if (mMenuP)
         mMenuP->setItemName(id, name);
@@ -292,12 +290,30 @@ Mnu_MenuID Mnu_QtManager::insertItem(const QString& name, QString& text)
     return insertItem(name, text, nullptr);
 }
 
+void Mnu_QtManager::addItemID(QAction* action)
+{
+    mItemIDs.push_back(action);
+    if (mItemSetComplete && !mItemSet.isEmpty())
+        mItemSet.insert(action);
+    else
+        mItemSetComplete = false;
+}
+
 QAction* Mnu_QtManager::actionForID(Mnu_MenuID id) const
 {
-    if (!id.IsValid() || !mPopupMenuP)
+    if (!id.IsValid() || !mPopupMenuP || mItemIDs.empty())
         return nullptr;
     // Compared by value only: an identifier of an earlier build may point
     // to an action that no longer exists.
+    if (id.getValue() == mItemIDs.back())
+        return mItemIDs.back();
+    if (!mItemSetComplete) {
+        mItemSet.clear();
+        mItemSet.reserve(int(mItemIDs.size()));
+        for (QAction* action : mItemIDs)
+            mItemSet.insert(action);
+        mItemSetComplete = true;
+    }
     return mItemSet.contains(id.getValue()) ? static_cast<QAction*>(id.getValue()) : nullptr;
 }
 
@@ -356,7 +372,7 @@ bool Mnu_QtManager::removeItem(Mnu_MenuID id)
         return false;
     if (QAction* action = actionForID(id)) {
         mPopupMenuP->removeAction(action);
-        mItemIDs.removeAll(action);
+        mItemIDs.erase(std::remove(mItemIDs.begin(), mItemIDs.end(), action), mItemIDs.end());
         mItemSet.remove(action);
         if (action->parent() == mPopupMenuP)
             delete action;
@@ -499,9 +515,9 @@ void Mnu_QtManager::dump(const QString& prefix) const
     qCDebug(lcKelMenu, "%s   popup menu:      [%p] (Kel_PopupMenu *)", qPrintable(prefix),
             static_cast<const void*>(mPopupMenuP.data()));
     qCDebug(lcKelMenu, "%s   item IDs: total #(%ld) (QAction *)", qPrintable(prefix), long(mItemIDs.size()));
-    for (int i = 0; i < mItemIDs.size(); ++i)
+    for (size_t i = 0; i < mItemIDs.size(); ++i)
         qCDebug(lcKelMenu, "%s      itemID[%ld]: [%p] (QAction *)", qPrintable(prefix), long(i),
-                static_cast<const void*>(mItemIDs.at(i)));
+                static_cast<const void*>(mItemIDs[i]));
     dumpManagerInformation(prefix);
 }
 
@@ -568,7 +584,7 @@ bool Mnu_QtManager::savePopupMenu(std::ostream& out, const QString& name, Mnu_Se
 void Mnu_QtManager::aboutToShow()
 {
     qCDebug(lcKelMenu, "]]] Mnu_QtManager::aboutToShow:");
-    if ((mInstantiated || !mItemIDs.isEmpty()) && mPopupMenuP)
+    if ((mInstantiated || !mItemIDs.empty()) && mPopupMenuP)
         clearPopup();
     if (mMenuP)
         mMenuP->instantiate();

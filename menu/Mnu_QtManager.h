@@ -16,6 +16,7 @@
 #include <QSet>
 #include <QString>
 #include <iosfwd>
+#include <vector>
 
 class Kel_PopupMenu;
 class Mnu_QtMenuBarManager;
@@ -125,11 +126,15 @@ private:
     QPointer<Kel_PopupMenu> mPopupMenuP;
     bool mOwnsPopupMenu;
     Mnu_QtMenuBarManager* mMenuBarManagerP; // not owned: the bar's manager owns this one
-    QList<QAction*> mItemIDs;
-    // The same actions, for constant-time identifier lookups: a segment
-    // sets up each of its items right after making it, so a linear search
-    // made a rebuild quadratic in the number of items.
-    QSet<const void*> mItemSet;
+    void addItemID(QAction* action);
+
+    std::vector<QAction*> mItemIDs;
+    // The same actions, for constant-time identifier lookups (a linear
+    // search made a rebuild quadratic in the number of items). A segment
+    // sets up each item right after making it, which the last identifier
+    // answers; so the set is made only when an older one is asked for.
+    mutable QSet<const void*> mItemSet;
+    mutable bool mItemSetComplete;
     bool mSystemMessagesConnected;
     AboutToShowFunc mAboutToShowFuncP;
     void* mAboutToShowDataP;
