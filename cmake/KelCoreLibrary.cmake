@@ -67,6 +67,7 @@ set(KELCORE_SCRIPT_SOURCES
   Kel_SubscriptionIdentifierSubstitution.cpp
   Uip_Assign_ParseNode.cpp
   Uip_BooleanLiteral_ParseNode.cpp
+  Uip_CloneParseTree.cpp
   Uip_FunctionCall_ParseNode.cpp
   Uip_Identifier_ParseNode.cpp
   Uip_ParseError.cpp
@@ -81,6 +82,7 @@ set(KELCORE_SCRIPT_HEADERS
   Kel_SubscriptionIdentifierSubstitution.h
   Uip_Assign_ParseNode.h
   Uip_BooleanLiteral_ParseNode.h
+  Uip_CloneParseTree.h
   Uip_FunctionCall_ParseNode.h
   Uip_Identifier_ParseNode.h
   Uip_ParseError.h

@@ -6,11 +6,43 @@
 #include "Mnu_Writer_p.h"
 #include "Mv_Utils.h"
 #include "Mv_Variant.h"
+#include "Uip_CloneParseTree.h"
 #include "Uip_ParseNode.h"
 #include "Uip_ParseScript.h"
 
 #include <QDomElement>
+#include <QHash>
 #include <QTimer>
+#include <memory>
+
+namespace {
+
+// The tree of an action script, the segment's own. The commands of a menu
+// bar call the same few actions, so most texts come again and again:
+// each text is parsed once and copied after that, which costs a fraction
+// of parsing. Only scripts that parse are kept, so that a broken one is
+// parsed (and reported) every time as before.
+Uip_ParseNode* parseActionScript(const QString& script)
+{
+    static QHash<QString, std::shared_ptr<const Uip_ParseNode>> parsed;
+    auto it = parsed.constFind(script);
+    if (it != parsed.constEnd()) {
+        if (Uip_ParseNode* copy = Uip_CloneParseTree(it->get()))
+            return copy;
+    }
+    Uip_ParseNode* tree = Uip_ParseScript(script, nullptr);
+    if (!tree)
+        return nullptr;
+    // Bounded: scripts may be made by programs.
+    if (parsed.size() >= 512)
+        parsed.clear();
+    std::shared_ptr<const Uip_ParseNode> kept(Uip_CloneParseTree(tree));
+    if (kept)
+        parsed.insert(script, kept);
+    return tree;
+}
+
+} // namespace
 
 Mnu_CommandSegment::Mnu_CommandSegment(Mnu_Menu* menu, QDomElement* element)
     : Mnu_Segment(menu), mConnected(false)
@@ -92,7 +124,7 @@ void Mnu_CommandSegment::makeConnections(boost::shared_ptr<const Mv_ConnectionEn
 void Mnu_CommandSegment::connectScript()
 {
     if (!mParseTreeP && !mActionScript.isEmpty())
-        mParseTreeP.reset(Uip_ParseScript(mActionScript, nullptr));
+        mParseTreeP.reset(parseActionScript(mActionScript));
     // A script that does not connect is dropped: the item stays disabled
     // until the segment is connected again.
     if (mParseTreeP && !mParseTreeP->ConnectAndTypeCheck(mEnvironment, nullptr))

@@ -4,6 +4,7 @@
 #include "Mnu_CommandSegment.h"
 #include "Mnu_ListSegment.h"
 #include "Mnu_RadioListSegment.h"
+#include "Mv_ConnectionDict.h"
 #include "Mv_Utils.h"
 #include "Mve_Action.h"
 #include "Mve_RecordArray.h"
@@ -377,4 +378,37 @@ TEST_F(PopupTest, TwoFactoriesUnderOneNameAreUsedInTurn)
     Mnu_QtManager manager(nullptr, name.data());
     EXPECT_EQ(manager.getMenu(), nullptr);
     EXPECT_FALSE(manager.instantiateMenus());
+}
+
+TEST_F(PopupTest, CommandsWithTheSameScriptRunInTheirOwnEnvironments)
+{
+    // Three menus, one script text: each command connects in its own
+    // environment, one of which lacks the action.
+    Mv_ConnectionDict firstDict, secondDict, emptyDict;
+    int firstRuns = 0, secondRuns = 0;
+    Mve_Action<void()> first([&] { ++firstRuns; }, "Shared.Run");
+    Mve_Action<void()> second([&] { ++secondRuns; }, "Shared.Run");
+    first.Publish(&firstDict);
+    second.Publish(&secondDict);
+    const QString xml = "<Menu><Name>Shared</Name>" + command("Run", "Shared.Run()") + command("Again", "Shared.Run()")
+                        + "</Menu>";
+    std::vector<std::unique_ptr<Mnu_QtManager>> menus;
+    for (Mv_ConnectionDict* dict : {&firstDict, &secondDict, &emptyDict}) {
+        QDomDocument document;
+        ASSERT_TRUE(document.setContent(xml));
+        QDomElement root = document.documentElement();
+        menus.emplace_back(new Mnu_QtManager());
+        ASSERT_TRUE(menus.back()->setMenus(&root));
+        menus.back()->makeConnections(
+            Mv_ConnectionEnvironment::create(Mv_ConnectionEnvironment::blankEnvironment(), dict));
+        menus.back()->instantiateMenus();
+    }
+
+    choose(menus[1]->getPopupMenu(), "Again");
+    waitFor([&] { return secondRuns == 1; });
+    choose(menus[0]->getPopupMenu(), "Run");
+    waitFor([&] { return firstRuns == 1; });
+    EXPECT_EQ(secondRuns, 1);
+    EXPECT_EQ(opened(menus[2]->getPopupMenu()), QStringList({"Run(off)", "Again(off)"}));
+    EXPECT_EQ(opened(menus[0]->getPopupMenu()), QStringList({"Run", "Again"}));
 }
