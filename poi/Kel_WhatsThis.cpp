@@ -1,11 +1,8 @@
 #include "Kel_WhatsThis.h"
 
-#include <QByteArray>
 #include <QHash>
 #include <QPointer>
 #include <QWidget>
-
-#include <cstring>
 
 namespace {
 
@@ -25,9 +22,11 @@ struct Registry
     QHash<const QWidget*, Entry> entries;
     // Entries of dead widgets are swept when the table has grown to this.
     int sweepAt = 64;
-    // The texts of the names seen, shared by every widget that registers
-    // them: widgets register literals, a few dozen of them.
-    QHash<QByteArray, QString> texts;
+    // The texts of the names seen, by the address of the characters, shared
+    // by every widget that registers them: widgets register literals, a few
+    // dozen of them. The text is checked against the characters, which may
+    // be a buffer that now holds another name.
+    QHash<const char*, QString> texts;
 };
 
 Registry& registry()
@@ -40,13 +39,13 @@ const int kMaxSharedTexts = 256;
 
 QString textOf(Registry& r, const char* name)
 {
-    const QByteArray key = QByteArray::fromRawData(name, int(std::strlen(name)));
-    const auto found = r.texts.constFind(key);
-    if (found != r.texts.constEnd())
+    const QLatin1String characters(name);
+    const auto found = r.texts.constFind(name);
+    if (found != r.texts.constEnd() && found.value() == characters)
         return found.value();
-    const QString text = QString::fromLatin1(key);
-    if (r.texts.size() < kMaxSharedTexts)
-        r.texts.insert(QByteArray(name), text);
+    const QString text(characters);
+    if (found != r.texts.constEnd() || r.texts.size() < kMaxSharedTexts)
+        r.texts.insert(name, text);
     return text;
 }
 
