@@ -57,7 +57,7 @@ void sweep(Registry& r)
         else
             ++it;
     }
-    r.sweepAt = qMax(64, 2 * r.entries.size());
+    r.sweepAt = qMax(64, 2 * int(r.entries.size()));
 }
 
 } // namespace
