@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QPointer>
 
+#include <new>
+
 namespace {
 
 // The live properties, oldest first. Widgets and views live on the GUI
@@ -15,15 +17,17 @@ Kel_BoundPropertyBase* gLast = nullptr;
 } // namespace
 
 Kel_BoundPropertyBase::Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy)
-    : mListenerP(listener), mOwnerP(owner), mPolicy(policy)
+    : mPolicy(policy), mOwnerIsView(false), mListenerP(listener)
 {
+    mOwner.object = owner;
     link();
 }
 
 Kel_BoundPropertyBase::Kel_BoundPropertyBase(Mv_ListenerBase* listener, const Kel_ViewInterface* view,
                                              ConnectPolicy policy)
-    : mListenerP(listener), mViewP(view), mPolicy(policy)
+    : mPolicy(policy), mOwnerIsView(true), mListenerP(listener)
 {
+    mOwner.view = view;
     link();
 }
 
@@ -36,6 +40,9 @@ void Kel_BoundPropertyBase::link()
 
 Kel_BoundPropertyBase::~Kel_BoundPropertyBase()
 {
+    // The derived property has silenced its listener already (release()),
+    // and the listener is gone: only the handler is left to destroy.
+    destroyHandler();
     (mPrevP ? mPrevP->mNextP : gFirst) = mNextP;
     (mNextP ? mNextP->mPrevP : gLast) = mPrevP;
 }
@@ -53,36 +60,58 @@ void Kel_BoundPropertyBase::rename(const QString& spec)
     mListenerP->SetConnectionName(spec);
 }
 
+void Kel_BoundPropertyBase::clearHandler()
+{
+    mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    destroyHandler();
+}
+
+void Kel_BoundPropertyBase::destroyHandler()
+{
+    switch (mHandlerKind) {
+    case kNotifyHandler:
+        mHandler.notify.~function();
+        break;
+    case kMessageHandler:
+        mHandler.message.~function();
+        break;
+    case kNoHandler:
+        break;
+    }
+    mHandlerKind = kNoHandler;
+}
+
 // The listener's callback captures only this property, so that it fits in
 // the callback without an allocation; the handler itself is kept here.
 void Kel_BoundPropertyBase::onNotify(const std::function<void()>& handler)
 {
-    mMessage = nullptr;
-    mNotify = handler;
-    if (!handler) {
-        mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    // Copied first: handler may be the one being replaced.
+    std::function<void()> copy(handler);
+    clearHandler();
+    if (!copy)
         return;
-    }
-    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface&) { mNotify(); });
+    new (&mHandler.notify) std::function<void()>(std::move(copy));
+    mHandlerKind = kNotifyHandler;
+    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface&) { mHandler.notify(); });
 }
 
 void Kel_BoundPropertyBase::onMessage(const MessageHandler& handler)
 {
-    mNotify = nullptr;
-    mMessage = handler;
-    if (!handler) {
-        mListenerP->setReceiveMessageCB(Mv_ListenerBase::ReceiveMessageCB());
+    MessageHandler copy(handler);
+    clearHandler();
+    if (!copy)
         return;
-    }
-    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& message) { mMessage(message); });
+    new (&mHandler.message) MessageHandler(std::move(copy));
+    mHandlerKind = kMessageHandler;
+    mListenerP->setReceiveMessageCB([this](const Mv_MessageInterface& message) { mHandler.message(message); });
 }
 
 bool Kel_BoundPropertyBase::connect(boost::shared_ptr<const Mv_ConnectionEnvironment> environment)
 {
     // Only locals after the listener calls: a notification may delete the
     // owner and this property with it.
-    const bool guarded = mOwnerP != nullptr;
-    const QPointer<QObject> owner(mOwnerP);
+    const bool guarded = owner() != nullptr;
+    const QPointer<QObject> owner(this->owner());
     if (mSpec.isEmpty() && mPolicy == kConnectWhenNamed) {
         // No longer bound: leave a model named at an earlier connection.
         if (!mListenerP->GetConnectionName().isEmpty())
@@ -104,16 +133,11 @@ bool Kel_BoundPropertyBase::connectAll(boost::shared_ptr<const Mv_ConnectionEnvi
     return true;
 }
 
-bool Kel_BoundPropertyBase::isConnected() const
-{
-    return mListenerP->isConnectedToModel();
-}
-
 QList<const Kel_BoundPropertyBase*> Kel_BoundPropertyBase::propertiesOf(const QObject* owner)
 {
     QList<const Kel_BoundPropertyBase*> found;
     for (const Kel_BoundPropertyBase* p = gFirst; p && owner; p = p->mNextP) {
-        if (p->mOwnerP == owner)
+        if (!p->mOwnerIsView && p->mOwner.object == owner)
             found.append(p);
     }
     return found;
@@ -123,7 +147,7 @@ QList<const Kel_BoundPropertyBase*> Kel_BoundPropertyBase::propertiesOf(const Ke
 {
     QList<const Kel_BoundPropertyBase*> found;
     for (const Kel_BoundPropertyBase* p = gFirst; p && view; p = p->mNextP) {
-        if (p->mViewP == view)
+        if (p->mOwnerIsView && p->mOwner.view == view)
             found.append(p);
     }
     return found;

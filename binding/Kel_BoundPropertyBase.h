@@ -4,6 +4,7 @@
 #include "kelcore_export.h"
 
 #include "Mv_ConnectionEnvironment.h"
+#include "Mv_ListenerBase.h"
 
 #include <QList>
 #include <QString>
@@ -13,7 +14,6 @@
 #include <memory>
 
 class Kel_ViewInterface;
-class Mv_ListenerBase;
 class Mv_MessageInterface;
 class QObject;
 
@@ -62,7 +62,7 @@ public:
     static bool connectAll(boost::shared_ptr<const Mv_ConnectionEnvironment> environment,
                            std::initializer_list<Kel_BoundPropertyBase*> properties);
 
-    bool isConnected() const;
+    bool isConnected() const { return mListenerP->isConnectedToModel(); }
     Mv_ListenerBase& listenerBase() const { return *mListenerP; }
 
     // The bound properties alive whose owner is the given widget (or view),
@@ -79,28 +79,51 @@ protected:
     Kel_BoundPropertyBase(Mv_ListenerBase* listener, QObject* owner, ConnectPolicy policy);
     Kel_BoundPropertyBase(Mv_ListenerBase* listener, const Kel_ViewInterface* view, ConnectPolicy policy);
 
-    QObject* owner() const { return mOwnerP; }
+    QObject* owner() const { return mOwnerIsView ? nullptr : mOwner.object; }
     // Silences the listener; the derived property calls it first thing in
     // its destructor, while the listener is still there.
     void release();
 
 private:
-    void link();
+    enum HandlerKind : unsigned char
+    {
+        kNoHandler,
+        kNotifyHandler,
+        kMessageHandler
+    };
 
-    // The listener lives in the property (no allocation of its own, and a
-    // notification finds listener, handler and usually the owner in the
-    // same few cache lines); it calls back through this property's handlers.
-    Mv_ListenerBase* mListenerP;
-    std::function<void()> mNotify;
-    MessageHandler mMessage;
-    QObject* mOwnerP = nullptr;
-    const Kel_ViewInterface* mViewP = nullptr;
-    ConnectPolicy mPolicy;
-    QString mSpec;
+    void link();
+    // Silences the listener and destroys the handler in place.
+    void clearHandler();
+    void destroyHandler();
+
+    // Cold data first: what connecting and the inspector need.
     // Every live property, for propertiesOf(): two pointers and no
     // allocation, so that binding pays nothing for the inspector.
     Kel_BoundPropertyBase* mPrevP = nullptr;
     Kel_BoundPropertyBase* mNextP = nullptr;
+    QString mSpec;
+    union Owner {
+        QObject* object;
+        const Kel_ViewInterface* view;
+    } mOwner;
+    ConnectPolicy mPolicy;
+    bool mOwnerIsView;
+    HandlerKind mHandlerKind = kNoHandler;
+
+    // Hot data last, next to the listener that the derived property puts
+    // right after it: a notification reads the listener's callback, this
+    // handler and the listener's links in two or three neighbouring cache
+    // lines. The listener is the derived property's own member (no
+    // allocation of its own); it calls back through the handler, which is
+    // one of the two kinds at a time.
+    Mv_ListenerBase* mListenerP;
+    union Handler {
+        Handler() {}
+        ~Handler() {}
+        std::function<void()> notify;
+        MessageHandler message;
+    } mHandler;
 };
 
 #endif

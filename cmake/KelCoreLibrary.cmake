@@ -48,6 +48,7 @@ set(KELCORE_BINDING_HEADERS
   Kel_ViewInterface.h
   Kel_WidgetConnectInterface.h
   Kel_BoundText.h
+  Kel_DeletionGuard.h
 )
 
 # poi/: point-of-interest lookup and what's-this names

@@ -2,6 +2,7 @@
 
 #include "Kel_FactoryEntryInterface.h"
 
+#include <QHash>
 #include <QMap>
 
 namespace {
@@ -16,6 +17,15 @@ EntryTable& table()
     return *entries;
 }
 
+// The same entries by key, for the lookup of every widget a form creates:
+// a search of the ordered table compares the class name with a handful of
+// keys scattered over the heap, a hash finds it in one or two places.
+QHash<QString, Kel_FactoryEntryInterface*>& index()
+{
+    static QHash<QString, Kel_FactoryEntryInterface*>* const entries = new QHash<QString, Kel_FactoryEntryInterface*>;
+    return *entries;
+}
+
 } // namespace
 
 Kel_QtWidgetFactoryRegistry::Kel_QtWidgetFactoryRegistry(QObject* parent) : QUiLoader(parent)
@@ -27,11 +37,12 @@ Kel_QtWidgetFactoryRegistry::~Kel_QtWidgetFactoryRegistry() = default;
 void Kel_QtWidgetFactoryRegistry::registerEntry(const QString& key, Kel_FactoryEntryInterface* entry)
 {
     table().insert(key, entry);
+    index().insert(key, entry);
 }
 
 Kel_FactoryEntryInterface* Kel_QtWidgetFactoryRegistry::getEntry(const QString& key)
 {
-    return table().value(key, nullptr);
+    return index().value(key, nullptr);
 }
 
 QStringList Kel_QtWidgetFactoryRegistry::getAllKeys()
@@ -43,10 +54,12 @@ void Kel_QtWidgetFactoryRegistry::unregisterEntry(const Kel_FactoryEntryInterfac
 {
     EntryTable& entries = table();
     for (auto it = entries.begin(); it != entries.end();) {
-        if (it.value() == entry)
+        if (it.value() == entry) {
+            index().remove(it.key());
             it = entries.erase(it);
-        else
+        } else {
             ++it;
+        }
     }
 }
 

@@ -16,13 +16,15 @@ class KELCORE_EXPORT Kel_WhatsThis
 public:
     Kel_WhatsThis() = delete;
 
-    // Stores name as the widget's what's-this name (the dynamic property
-    // "kelWhatsThisName"), under which help looks the widget up. The
-    // widget's what's-this text, which Qt shows to users, is left alone. A
-    // derived class may register again; its name wins. A null widget or
-    // name does nothing.
+    // Stores name as the widget's what's-this name, under which help looks
+    // the widget up; the widget itself is not touched (no property, no
+    // event), so that registering costs a constructor little. The widget's
+    // what's-this text, which Qt shows to users, is left alone. A derived
+    // class may register again; its name wins. A null widget or name does
+    // nothing. GUI thread only, like the widgets.
     static void setBestWhatsThisName(QWidget* widget, const char* name);
-    // The name stored by setBestWhatsThisName; empty when none.
+    // The name stored by setBestWhatsThisName; empty when none (and once
+    // the widget is destroyed).
     static QString whatsThisName(const QWidget* widget);
 };
 

@@ -2,15 +2,23 @@
 
 #include "Kel_WhatsThis.h"
 
-#include <QPointer>
-
 Kel_CheckBox::Kel_CheckBox(QWidget* parent, const char* name) : QCheckBox(parent), mApplyingModelState(false)
 {
-    setObjectName(QString::fromLatin1(name));
+    // An empty name is the default: setting it would only allocate Qt's
+    // extra object data.
+    if (name && *name)
+        setObjectName(QString::fromLatin1(name));
 
     // Any notification, whatever its kind, leads to a full re-read.
-    for (BoolProperty* property : {&mVisibleState, &mEnabledState, &mCheckedState})
-        property->onNotify([this] { updateAppearance(); });
+    mVisibleState.onNotify([this] {
+        mVisibleConnected = mVisibleState.isConnected();
+        updateAppearance();
+    });
+    mEnabledState.onNotify([this] {
+        mEnabledConnected = mEnabledState.isConnected();
+        updateAppearance();
+    });
+    mCheckedState.onNotify([this] { updateAppearance(); });
 
     connect(this, SIGNAL(toggled(bool)), this, SLOT(userChangedCheckedState(bool)));
 
@@ -41,12 +49,13 @@ void Kel_CheckBox::makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironm
 
 void Kel_CheckBox::updateAppearance()
 {
-    QPointer<Kel_CheckBox> self(this);
+    const Kel_DeletionGuard::Watch watch(mGuard);
 
     bool visible = true;
-    mVisibleState->get(visible);
+    if (mVisibleConnected)
+        mVisibleState->get(visible);
     setVisible(visible);
-    if (!self)
+    if (watch.deleted())
         return;
 
     bool checked = false;
@@ -54,12 +63,13 @@ void Kel_CheckBox::updateAppearance()
     const bool wasApplying = mApplyingModelState;
     mApplyingModelState = true;
     setChecked(checked);
-    if (!self)
+    if (watch.deleted())
         return;
     mApplyingModelState = wasApplying;
 
     bool enabled = true;
-    mEnabledState->get(enabled);
+    if (mEnabledConnected)
+        mEnabledState->get(enabled);
     setEnabled(enabled && mCheckedState.isConnected());
 }
 
@@ -70,10 +80,10 @@ void Kel_CheckBox::userChangedCheckedState(bool checked)
     if (mCheckedState.set(checked) != Mvt_SimpleValue_BaseAPI::kSetRefused)
         return; // accepted (its notification shows it), or the box is gone
     // Refused (read-only model, rejected value): show the model's state again.
-    QPointer<Kel_CheckBox> self(this);
+    const Kel_DeletionGuard::Watch watch(mGuard);
     mApplyingModelState = true;
     setChecked(!checked);
-    if (self)
+    if (!watch.deleted())
         mApplyingModelState = false;
 }
 

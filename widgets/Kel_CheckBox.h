@@ -5,6 +5,7 @@
 
 #include "Kel_BoundFont.h"
 #include "Kel_BoundProperty.h"
+#include "Kel_DeletionGuard.h"
 #include "Kel_IPointOfInterestFinder.h"
 #include "Kel_WidgetConnectInterface.h"
 #include "Mvt_SimpleValue.h"
@@ -60,10 +61,19 @@ private:
     BoolProperty mEnabledState{this};
     // Connected always, so that a box whose main model is missing shows as disabled.
     BoolProperty mCheckedState{this, BoolProperty::kConnectAlways};
-    Kel_BoundFont mFont{this};
+    // Next to the checked state's listener, which every notification reads:
+    // tells a re-read that what it called deleted the box.
+    Kel_DeletionGuard mGuard;
     // Set while the box shows a model's value or undoes a refused change, so
     // that the resulting toggled signal is not taken for a user change.
     bool mApplyingModelState;
+    // Whether the visible-state and enabled-state listeners are connected,
+    // as their last notification (every change of it sends one) left them:
+    // a re-read skips the requests that an unconnected listener would not
+    // send anyway, without touching those listeners' memory.
+    bool mVisibleConnected = false;
+    bool mEnabledConnected = false;
+    Kel_BoundFont mFont{this};
 };
 
 #endif

@@ -41,8 +41,10 @@ void Kel_KeyboardClick::install(QWidget* widget)
         new Kel_KeyboardClick(widget);
 }
 
-Kel_KeyboardClick::Kel_KeyboardClick(QWidget* widget)
-    : QObject(widget), mWidgetP(widget), mFrameP(new FocusFrame(widget))
+// The focus frame is made at the first focus-in: most buttons of a form
+// never get the focus, and a child widget for each would cost as much again
+// as the button's own construction.
+Kel_KeyboardClick::Kel_KeyboardClick(QWidget* widget) : QObject(widget), mWidgetP(widget), mFrameP(nullptr)
 {
     if (widget->focusPolicy() == Qt::NoFocus)
         widget->setFocusPolicy(Qt::TabFocus);
@@ -83,19 +85,23 @@ bool Kel_KeyboardClick::eventFilter(QObject* watched, QEvent* event)
         return false;
     switch (event->type()) {
     case QEvent::FocusIn:
+        if (!mFrameP)
+            mFrameP = new FocusFrame(mWidgetP);
         mFrameP->setGeometry(mWidgetP->rect());
         mFrameP->show();
         mFrameP->raise();
         break;
     case QEvent::FocusOut:
-        mFrameP->hide();
+        if (mFrameP)
+            mFrameP->hide();
         if (mSpaceHeld) { // the press must not outlive the focus
             mSpaceHeld = false;
             send(QEvent::MouseButtonRelease);
         }
         break;
     case QEvent::Resize:
-        mFrameP->setGeometry(mWidgetP->rect());
+        if (mFrameP)
+            mFrameP->setGeometry(mWidgetP->rect());
         break;
     case QEvent::KeyPress: {
         auto* key = static_cast<QKeyEvent*>(event);

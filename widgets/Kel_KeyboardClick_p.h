@@ -28,7 +28,7 @@ private:
     void send(int type);
 
     QWidget* mWidgetP; // the parent
-    QWidget* mFrameP;  // a child of the widget, owned by it
+    QWidget* mFrameP;  // a child of the widget, owned by it; made at the first focus-in
     bool mSpaceHeld = false;
 };
 

@@ -12,6 +12,7 @@
 #include <QSplitter>
 #include <functional>
 #include <gtest/gtest.h>
+#include <vector>
 
 namespace {
 
@@ -119,4 +120,41 @@ TEST(ConnectionUtils, TheUnconnectedReportNamesTheTypoOnceAfterTheWholeTree)
                                       "publishes; did you mean \"Mixer.Bus1.solo\"?");
     EXPECT_EQ(log.records().first().category, "kel.platform");
     EXPECT_FALSE(typo->isEnabled());
+}
+
+namespace {
+
+// The interface at another place in the object than in CountingWidget.
+struct Padding
+{
+    virtual ~Padding() = default;
+    char bytes[40] = {};
+};
+class LateBoundWidget : public QWidget, public Padding, public Kel_WidgetConnectInterface
+{
+public:
+    explicit LateBoundWidget(QWidget* parent) : QWidget(parent) {}
+    void makeConnections(boost::shared_ptr<const Mv_ConnectionEnvironment>) override { ++connections; }
+    int connections = 0;
+};
+
+} // namespace
+
+TEST(ConnectionUtils, ClassesMixingTheInterfaceInAtDifferentPlacesAreEachConnectedOncePerWalk)
+{
+    QWidget root;
+    std::vector<CountingWidget*> early;
+    std::vector<LateBoundWidget*> late;
+    for (int i = 0; i < 6; ++i) { // interleaved, under plain widgets of the same meta-object
+        QWidget* frame = i % 2 ? new QWidget(&root) : static_cast<QWidget*>(new QFrame(&root));
+        early.push_back(new CountingWidget(frame));
+        late.push_back(new LateBoundWidget(frame));
+    }
+    for (int walk = 1; walk <= 3; ++walk) {
+        Kel_ConnectionUtils::recursiveConnect(&root, kBlank());
+        for (int i = 0; i < 6; ++i) {
+            EXPECT_EQ(early[i]->connections, walk);
+            EXPECT_EQ(late[i]->connections, walk);
+        }
+    }
 }

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 #include <memory>
+#include <random>
 
 namespace {
 
@@ -133,4 +134,69 @@ TEST(CheckBoxLifetime, DeletedBoxLeavesNoListenerOnItsModel)
     box->makeConnections(Mv_ConnectionEnvironment::blankEnvironment());
     box.reset();
     EXPECT_EQ(model.listenerCount(), 0);
+}
+
+// Models published and withdrawn, values set, specifications named and
+// cleared and the box reconnected in any order: the box always shows what
+// a full re-read of the three models gives.
+TEST_F(CheckBoxTest, RandomModelChangesAlwaysShowTheFullReRead)
+{
+    Mve_SimpleValue<bool> shown(true, "CheckBox.Random.Shown");
+    Mve_SimpleValue<bool> enabled(true, "CheckBox.Random.Enabled");
+    Mve_SimpleValue<bool> checked(false, "CheckBox.Random.Checked");
+    Mve_SimpleValue<bool>* models[] = {&shown, &enabled, &checked};
+    const QByteArray names[] = {"CheckBox.Random.Shown", "CheckBox.Random.Enabled"};
+    bool published[] = {false, false, false};
+    bool named[] = {false, false}; // as of the last connection
+    bool nextNamed[] = {false, false};
+    box->setCheckedStateConnectionSpec("CheckBox.Random.Checked");
+    connect();
+
+    std::mt19937 random(26);
+    for (int step = 0; step < 400; ++step) {
+        const int which = int(random() % 3);
+        switch (random() % 5) {
+        case 0: // publish or withdraw
+            published[which] = !published[which];
+            if (published[which])
+                models[which]->Publish();
+            else
+                models[which]->UnPublish();
+            break;
+        case 1:
+        case 2:
+            models[which]->setValue(!models[which]->getValue());
+            break;
+        case 3: // name or clear the visible or enabled specification
+            if (which < 2) {
+                nextNamed[which] = !nextNamed[which];
+                const QByteArray spec = nextNamed[which] ? names[which] : QByteArray();
+                if (which == 0)
+                    box->setVisibleStateConnectionSpec(spec);
+                else
+                    box->setEnabledStateConnectionSpec(spec);
+            }
+            break;
+        default:
+            connect();
+            named[0] = nextNamed[0];
+            named[1] = nextNamed[1];
+            break;
+        }
+        const bool hidden = named[0] && published[0] && !shown.getValue();
+        const bool shownChecked = published[2] && checked.getValue();
+        const bool operable = published[2] && (!(named[1] && published[1]) || enabled.getValue());
+        ASSERT_EQ(box->isHidden(), hidden) << "step " << step;
+        ASSERT_EQ(box->isChecked(), shownChecked) << "step " << step;
+        ASSERT_EQ(box->isEnabled(), operable) << "step " << step;
+        if (operable && !hidden && step % 7 == 0) { // the user ticks it: the model takes it
+            click();
+            ASSERT_EQ(checked.getValue(), !shownChecked) << "step " << step;
+            ASSERT_EQ(box->isChecked(), !shownChecked) << "step " << step;
+        }
+    }
+    for (int i = 0; i < 3; ++i) {
+        if (published[i])
+            models[i]->UnPublish();
+    }
 }

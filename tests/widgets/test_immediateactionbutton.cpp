@@ -275,3 +275,29 @@ TEST_F(ImmediateButtonTest, ReadersSeeAButtonWhosePressRunsTheScript)
     count.setEnabled(false); // a disabled action greys the button out
     EXPECT_TRUE(iface->state().disabled);
 }
+
+TEST_F(ImmediateButtonTest, TheFocusFrameShowsOverTheButtonOnlyWhileItHasTheFocus)
+{
+    connect();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    // Frames drawn over the whole button.
+    const auto shownFrames = [&] {
+        int shown = 0;
+        for (const QWidget* child : button->findChildren<QWidget*>())
+            shown += child->isVisible() && child->geometry() == button->rect();
+        return shown;
+    };
+    button->clearFocus(); // the window's activation may have given it the focus
+    EXPECT_EQ(shownFrames(), 0);
+    for (int round = 0; round < 2; ++round) {
+        button->setFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(waitFor([&] { return button->hasFocus(); }));
+        EXPECT_EQ(shownFrames(), 1);
+        button->setFixedSize(button->width() + 6, button->height() + 4); // it follows the button's size
+        ASSERT_TRUE(waitFor([&] { return shownFrames() == 1; }));
+        button->clearFocus();
+        EXPECT_EQ(shownFrames(), 0);
+    }
+    EXPECT_EQ(button->findChildren<QWidget*>().size(), 1); // one frame, made once
+}
