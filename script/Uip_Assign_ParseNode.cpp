@@ -3,6 +3,7 @@
 #include "Mv_Variant.h"
 
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 // A chain a = b = c = ... nests to the right as deep as the script has "="
@@ -61,7 +62,7 @@ bool Uip_Assign_ParseNode::Evaluate(Mv_Variant*)
     if (!mChainedP) {
         // The usual "a = b", without a chain to collect.
         Mv_Variant value;
-        return mRightP->Evaluate(&value) && mLeftP->Assign(value);
+        return mRightP->Evaluate(&value) && mLeftP->Assign(std::move(value));
     }
     std::vector<Uip_Assign_ParseNode*> chain{this};
     for (;;) {
@@ -80,7 +81,7 @@ bool Uip_Assign_ParseNode::Evaluate(Mv_Variant*)
     Mv_Variant value;
     if (!innermost->mRightP->Evaluate(&value))
         return false;
-    bool ok = innermost->mLeftP->Assign(value);
+    bool ok = innermost->mLeftP->Assign(std::move(value));
     for (auto it = chain.rbegin() + 1; it != chain.rend() && ok; ++it)
         ok = (*it)->mLeftP->Assign(Mv_Variant());
     return ok;
