@@ -32,46 +32,66 @@ int setAs(Mv_ModelBase* model, const Mv_Variant& value)
     return plain->setFromListener(converted);
 }
 
+template <class T>
+int copyAs(Mv_ModelBase* from, Mv_ModelBase* to)
+{
+    const auto* source = Mve_SimpleValue<T>::plainModel(from);
+    auto* target = Mve_SimpleValue<T>::plainModel(to);
+    if (!source || !target || target->hasValidator())
+        return Mvt_SimpleValue_BaseAPI::kSetNotAnswered;
+    return target->setFromListener(source->getValue());
+}
+
+template <class T>
+struct TypeTag
+{
+    typedef T Type;
+};
+
+// use(TypeTag<T>()) for the value type T of a plain value model's kind;
+// otherwise when the kind is not a value model's.
+template <class R, class Use>
+R byValueType(quint8 kind, R otherwise, Use&& use)
+{
+    typedef Mv_VariantImpl::Scalar Scalar;
+    switch (Scalar(kind)) {
+    case Scalar::Bool:
+        return use(TypeTag<bool>());
+    case Scalar::Long:
+        return use(TypeTag<long>());
+    case Scalar::Double:
+        return use(TypeTag<double>());
+    case Scalar::String:
+        return use(TypeTag<QString>());
+    case Scalar::Timecode:
+        return use(TypeTag<Mv_Timecode>());
+    case Scalar::None:
+        break;
+    }
+    return otherwise;
+}
+
 } // namespace
 
 bool Mve_DirectAccess::getVariant(Mv_ModelBase* model, Mv_Variant* result)
 {
-    typedef Mv_VariantImpl::Scalar Scalar;
-    switch (model ? Scalar(model->plainKind()) : Scalar::None) {
-    case Scalar::Bool:
-        return getAs<bool>(model, result);
-    case Scalar::Long:
-        return getAs<long>(model, result);
-    case Scalar::Double:
-        return getAs<double>(model, result);
-    case Scalar::String:
-        return getAs<QString>(model, result);
-    case Scalar::Timecode:
-        return getAs<Mv_Timecode>(model, result);
-    case Scalar::None:
-        break;
-    }
-    return false;
+    return byValueType(model ? model->plainKind() : 0, false,
+                       [&](auto type) { return getAs<typename decltype(type)::Type>(model, result); });
 }
 
 int Mve_DirectAccess::setVariant(Mv_ModelBase* model, const Mv_Variant& value)
 {
-    typedef Mv_VariantImpl::Scalar Scalar;
-    switch (model ? Scalar(model->plainKind()) : Scalar::None) {
-    case Scalar::Bool:
-        return setAs<bool>(model, value);
-    case Scalar::Long:
-        return setAs<long>(model, value);
-    case Scalar::Double:
-        return setAs<double>(model, value);
-    case Scalar::String:
-        return setAs<QString>(model, value);
-    case Scalar::Timecode:
-        return setAs<Mv_Timecode>(model, value);
-    case Scalar::None:
-        break;
-    }
-    return Mvt_SimpleValue_BaseAPI::kSetNotAnswered;
+    return byValueType(model ? model->plainKind() : 0, int(Mvt_SimpleValue_BaseAPI::kSetNotAnswered),
+                       [&](auto type) { return setAs<typename decltype(type)::Type>(model, value); });
+}
+
+int Mve_DirectAccess::copyValue(Mv_ModelBase* from, Mv_ModelBase* to)
+{
+    // Within one type the variant gives back exactly the value it was made
+    // from, so the value can skip it.
+    const quint8 kind = from && to && from->plainKind() == to->plainKind() ? to->plainKind() : 0;
+    return byValueType(kind, int(Mvt_SimpleValue_BaseAPI::kSetNotAnswered),
+                       [&](auto type) { return copyAs<typename decltype(type)::Type>(from, to); });
 }
 
 namespace {

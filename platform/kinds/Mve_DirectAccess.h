@@ -25,6 +25,10 @@ public:
     // convert). kSetNotAnswered, with nothing done, when model is null, not
     // plain or has a validator.
     static int setVariant(Mv_ModelBase* model, const Mv_Variant& value);
+    // Sets to the value of from, as setVariant with getVariant's variant
+    // would, when both models are plain and hold the same type (the value
+    // then needs no variant); else kSetNotAnswered, with nothing done.
+    static int copyValue(Mv_ModelBase* from, Mv_ModelBase* to);
 
     // Calls a plain action without arguments, its return value (if any) into
     // *result (null: discarded), its answer into *answer; false, with

@@ -178,6 +178,20 @@ TEST_F(ScriptEval, ModelsAnsweringThemselvesStillGetTheScriptsMessages)
     EXPECT_EQ(18, even.getValue());
     EXPECT_EQ(6, a.getValue());
 
+    // Between plain models the value passes as it is, or converted when the types differ.
+    Mve_SimpleValue<QString> text(QStringLiteral("12"), QStringLiteral("Text"));
+    Mve_SimpleValue<double> real(0.5, QStringLiteral("Real"));
+    publishAll({&text, &real}, &dict);
+    EXPECT_TRUE(run("A = Text; Real = A; A = A"));
+    EXPECT_EQ(12, a.getValue());
+    EXPECT_EQ(12.0, real.getValue());
+    EXPECT_TRUE(run("Text = Real"));
+    EXPECT_EQ(QStringLiteral("12"), text.getValue());
+    real.setValue(2.5);
+    EXPECT_FALSE(run("A = Real")); // not integral
+    EXPECT_FALSE(run("Even = A; A = Real"));
+    EXPECT_EQ(12, even.getValue());
+
     auto call = load("Vetoed()");
     EXPECT_FALSE(call->isConnected());
     EXPECT_FALSE(call->Evaluate(nullptr));
