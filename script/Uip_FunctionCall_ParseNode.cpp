@@ -28,18 +28,18 @@ bool Uip_FunctionCall_ParseNode::Evaluate(Mv_Variant* result)
     if (!mCalleeP || !mCalleeP->EvaluateFunctionRef(&listener) || !listener)
         return false;
 
+    if (!mArgumentP) {
+        // A plain action without parameters is called directly.
+        bool answer = false;
+        if (Mve_DirectAccess::callAction(listener->directModel(), result, &answer))
+            return answer;
+    }
     Mvt_Action_API::ArgumentList arguments;
     if (mArgumentP) {
         Mv_Variant value;
         if (!mArgumentP->Evaluate(&value) || value.isEmpty())
             return false;
         arguments.push_back(std::move(value));
-    } else {
-        // A plain action without parameters is called directly (checked
-        // after the argument would be, as that may have run code of its own).
-        bool answer = false;
-        if (Mve_DirectAccess::callAction(listener->directModel(), result, &answer))
-            return answer;
     }
     // Checked after the argument, which may have run code of its own.
     if (!listener->isConnectedToModel())

@@ -112,6 +112,8 @@ public:
     // Reads the value into value; false (value untouched) when unconnected.
     bool get(T& value) const
     {
+        if (!isConnectedToModel())
+            return false; // what the message would answer, without the calls
         if (const auto* model = plainModel()) {
             value = model->getValue();
             return true;
@@ -127,6 +129,8 @@ public:
     // Sends a set; answers the model's status (kSetNotAnswered when unconnected).
     int set(const T& value) const
     {
+        if (!isConnectedToModel())
+            return Mvt_SimpleValue_BaseAPI::kSetNotAnswered;
         // A validator is the owner's say on sets: those go as messages.
         auto* model = plainModel();
         if (model && !model->hasValidator())
