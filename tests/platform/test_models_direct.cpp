@@ -3,7 +3,6 @@
 // must leave exactly the traces that the messages leave.
 #include "ModelTestSupport.h"
 
-#include "Mve_Action.h"
 #include "Mve_DirectAccess.h"
 #include "Mve_SimpleValue.h"
 #include "Mvt_SimpleValue.h"
@@ -148,39 +147,6 @@ TEST_F(DirectAccess, AValidatorDecidesEverySet)
     Mv_Variant v;
     EXPECT_TRUE(Mve_DirectAccess::getVariant(listener.directModel(), &v)); // reading needs no say
     EXPECT_EQ(4, v.value<long>());
-}
-
-TEST_F(DirectAccess, ActionsThatAnswerThemselvesOrTakeArgumentsAreCalledByMessage)
-{
-    struct Vetoed : Mve_Action<void()>
-    {
-        using Mve_Action<void()>::Mve_Action;
-        bool handleIsEnabled() override { return false; }
-    };
-    int runs = 0;
-    Vetoed vetoed([&runs] { ++runs; }, QStringLiteral("vetoed"));
-    Mve_Action<void(long)> seek([&runs](long) { ++runs; }, QStringLiteral("seek"));
-    Mve_Action<void()> play([&runs] { ++runs; }, QStringLiteral("play"));
-    publishAll({&vetoed, &seek, &play}, &dict);
-    EXPECT_EQ(0, vetoed.plainKind());
-    EXPECT_EQ(0, seek.plainKind());
-
-    bool answer = true, enabled = true;
-    EXPECT_FALSE(Mve_DirectAccess::callAction(&vetoed, nullptr, &answer));
-    EXPECT_FALSE(Mve_DirectAccess::isActionEnabled(&seek, &enabled));
-    EXPECT_FALSE(Mve_DirectAccess::callAction(&seek, nullptr, &answer));
-    EXPECT_EQ(0, runs);
-
-    EXPECT_TRUE(Mve_DirectAccess::callAction(&play, nullptr, &answer));
-    EXPECT_TRUE(answer);
-    play.setEnabled(false);
-    EXPECT_TRUE(Mve_DirectAccess::isActionEnabled(&play, &enabled));
-    EXPECT_FALSE(enabled);
-    EXPECT_TRUE(Mve_DirectAccess::callAction(&play, nullptr, &answer));
-    EXPECT_FALSE(answer);
-    EXPECT_EQ(1, runs);
-    play.setReceiveMessageCB([](const Mv_MessageInterface&) { return false; });
-    EXPECT_FALSE(Mve_DirectAccess::callAction(&play, nullptr, &answer));
 }
 
 // The same sets, once directly and once as messages, to two models that

@@ -202,6 +202,14 @@ TEST_F(ScriptEval, ModelsAnsweringThemselvesStillGetTheScriptsMessages)
     check.setEnabled(false);
     EXPECT_FALSE(load("Check()")->isConnected());
     EXPECT_FALSE(load("Check()")->Evaluate(&result));
+
+    // An owner's callback takes the action off the direct path; the stock
+    // class still answers the call.
+    check.setEnabled(true);
+    check.setReceiveMessageCB([](const Mv_MessageInterface&) { return false; });
+    EXPECT_EQ(0, check.plainKind());
+    EXPECT_TRUE(load("Check()")->Evaluate(&result));
+    EXPECT_EQ(0, vetoed.plainKind());
 }
 
 TEST_F(ScriptEval, CallsPassTheArgumentsValue)
