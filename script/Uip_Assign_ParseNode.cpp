@@ -1,8 +1,13 @@
 #include "Uip_Assign_ParseNode.h"
 
+#include "Mv_ListenerBase.h"
 #include "Mv_Variant.h"
+#include "Mve_DirectAccess.h"
+#include "Mvt_SimpleValue_BaseAPI.h"
+#include "Uip_Identifier_ParseNode.h"
 
 #include <typeinfo>
+#include <utility>
 #include <vector>
 
 // A chain a = b = c = ... nests to the right as deep as the script has "="
@@ -19,10 +24,19 @@ Uip_Assign_ParseNode* chainedAssignment(Uip_ParseNode* node)
     return node && typeid(*node) == typeid(Uip_Assign_ParseNode) ? static_cast<Uip_Assign_ParseNode*>(node) : nullptr;
 }
 
+// The node when it is exactly an identifier (a subclass may read or assign
+// in its own way).
+Uip_Identifier_ParseNode* plainIdentifier(Uip_ParseNode* node)
+{
+    return node && typeid(*node) == typeid(Uip_Identifier_ParseNode) ? static_cast<Uip_Identifier_ParseNode*>(node)
+                                                                      : nullptr;
+}
+
 } // namespace
 
 Uip_Assign_ParseNode::Uip_Assign_ParseNode(std::unique_ptr<Uip_ParseNode> left, std::unique_ptr<Uip_ParseNode> right)
-    : mLeftP(std::move(left)), mRightP(std::move(right)), mChainedP(chainedAssignment(mRightP.get()))
+    : mLeftP(std::move(left)), mRightP(std::move(right)), mChainedP(chainedAssignment(mRightP.get())),
+      mBetweenIdentifiers(plainIdentifier(mLeftP.get()) && plainIdentifier(mRightP.get()))
 {
 }
 
@@ -60,8 +74,15 @@ bool Uip_Assign_ParseNode::Evaluate(Mv_Variant*)
         return false;
     if (!mChainedP) {
         // The usual "a = b", without a chain to collect.
+        if (mBetweenIdentifiers) {
+            const int status =
+                Mve_DirectAccess::copyValue(static_cast<Uip_Identifier_ParseNode*>(mRightP.get())->listener()->directModel(),
+                                            static_cast<Uip_Identifier_ParseNode*>(mLeftP.get())->listener()->directModel());
+            if (status != Mvt_SimpleValue_BaseAPI::kSetNotAnswered)
+                return status != Mvt_SimpleValue_BaseAPI::kSetRefused;
+        }
         Mv_Variant value;
-        return mRightP->Evaluate(&value) && mLeftP->Assign(value);
+        return mRightP->Evaluate(&value) && mLeftP->Assign(std::move(value));
     }
     std::vector<Uip_Assign_ParseNode*> chain{this};
     for (;;) {
@@ -80,7 +101,7 @@ bool Uip_Assign_ParseNode::Evaluate(Mv_Variant*)
     Mv_Variant value;
     if (!innermost->mRightP->Evaluate(&value))
         return false;
-    bool ok = innermost->mLeftP->Assign(value);
+    bool ok = innermost->mLeftP->Assign(std::move(value));
     for (auto it = chain.rbegin() + 1; it != chain.rend() && ok; ++it)
         ok = (*it)->mLeftP->Assign(Mv_Variant());
     return ok;

@@ -31,6 +31,9 @@ private:
     // The right side when it is an assignment the chain walks go into,
     // found once here rather than on every evaluation.
     Uip_Assign_ParseNode* mChainedP;
+    // Both sides are identifiers: a value may pass between their models
+    // without a variant when both are plain (see Mve_DirectAccess).
+    bool mBetweenIdentifiers;
 };
 
 #endif

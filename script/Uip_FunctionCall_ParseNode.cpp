@@ -1,7 +1,10 @@
 #include "Uip_FunctionCall_ParseNode.h"
 
 #include "Mv_ListenerBase.h"
+#include "Mve_DirectAccess.h"
 #include "Mvt_Action_API.h"
+
+#include <utility>
 
 Uip_FunctionCall_ParseNode::Uip_FunctionCall_ParseNode(std::unique_ptr<Uip_ParseNode> callee,
                                                        std::unique_ptr<Uip_ParseNode> argument)
@@ -25,19 +28,25 @@ bool Uip_FunctionCall_ParseNode::Evaluate(Mv_Variant* result)
     if (!mCalleeP || !mCalleeP->EvaluateFunctionRef(&listener) || !listener)
         return false;
 
+    if (!mArgumentP) {
+        // A plain action without parameters is called directly.
+        bool answer = false;
+        if (Mve_DirectAccess::callAction(listener->directModel(), result, &answer))
+            return answer;
+    }
     Mvt_Action_API::ArgumentList arguments;
     if (mArgumentP) {
         Mv_Variant value;
         if (!mArgumentP->Evaluate(&value) || value.isEmpty())
             return false;
-        arguments.push_back(value);
+        arguments.push_back(std::move(value));
     }
     // Checked after the argument, which may have run code of its own.
     if (!listener->isConnectedToModel())
         return false;
 
     Mv_Variant discarded;
-    return listener->SendMessageToModel(Mvt_Action_API::MsgAction(arguments, result ? result : &discarded), true);
+    return listener->SendMessageToModel(Mvt_Action_API::MsgAction(std::move(arguments), result ? result : &discarded), true);
 }
 
 bool Uip_FunctionCall_ParseNode::isConnected()
@@ -47,7 +56,9 @@ bool Uip_FunctionCall_ParseNode::isConnected()
         Mv_ListenerBase* listener = nullptr;
         bool enabled = false;
         calleeReady = mCalleeP->EvaluateFunctionRef(&listener) && listener
-            && listener->SendMessageToModel(Mvt_Action_API::MsgIsEnabled(&enabled), true) && enabled;
+            && (Mve_DirectAccess::isActionEnabled(listener->directModel(), &enabled)
+                || listener->SendMessageToModel(Mvt_Action_API::MsgIsEnabled(&enabled), true))
+            && enabled;
     }
     const bool argumentReady = mArgumentP ? mArgumentP->isConnected() : true;
     return calleeReady && argumentReady;

@@ -7,6 +7,8 @@
 #include "Mvt_SimpleValue_BaseAPI.h"
 #include "Mvt_SimpleValue_Notifications.h"
 
+template <class T, class Kind>
+class Mve_SimpleValue;
 
 // The value model kind for values of type T. It answers the typed requests
 // (Mvt_SimpleValue_API<T>::MsgGet, MsgSet) and the variant requests
@@ -98,7 +100,9 @@ protected:
     }
 };
 
-// A listener to a value model holding a T, with typed helpers.
+// A listener to a value model holding a T, with typed helpers. They read
+// and write a plain stock model directly (see Mve_SimpleValue), any other
+// model through its messages.
 template <class T>
 class Mvt_SimpleValue<T>::Listener : public Mv_ListenerBase
 {
@@ -106,7 +110,16 @@ public:
     using Mv_ListenerBase::Mv_ListenerBase;
 
     // Reads the value into value; false (value untouched) when unconnected.
-    bool get(T& value) const { return SendMessageToModel(typename API::MsgGet(&value), false); }
+    bool get(T& value) const
+    {
+        if (!isConnectedToModel())
+            return false; // what the message would answer, without the calls
+        if (const auto* model = plainModel()) {
+            value = model->getValue();
+            return true;
+        }
+        return SendMessageToModel(typename API::MsgGet(&value), false);
+    }
     // The value, or def when unconnected.
     T value(const T& def = T()) const
     {
@@ -116,10 +129,29 @@ public:
     // Sends a set; answers the model's status (kSetNotAnswered when unconnected).
     int set(const T& value) const
     {
+        if (!isConnectedToModel())
+            return Mvt_SimpleValue_BaseAPI::kSetNotAnswered;
+        // A validator is the owner's say on sets: those go as messages.
+        auto* model = plainModel();
+        if (model && !model->hasValidator())
+            return model->setFromListener(value);
         int status = Mvt_SimpleValue_BaseAPI::kSetNotAnswered;
         SendMessageToModel(typename API::MsgSet(value, &status), true);
         return status;
     }
+
+private:
+    typedef Mve_SimpleValue<T, Mvt_SimpleValue<T>> PlainModel;
+    PlainModel* plainModel() const
+    {
+        if constexpr (Mv_VariantImpl::ScalarOf<T>::value == Mv_VariantImpl::Scalar::None)
+            return nullptr; // no direct access for this type: spare the lookup
+        else
+            return PlainModel::plainModel(directModel());
+    }
 };
+
+// The listener's direct access needs the stock model whole.
+#include "Mve_SimpleValue.h"
 
 #endif

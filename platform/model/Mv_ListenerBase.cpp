@@ -85,6 +85,12 @@ Mv_ModelBase* Mv_ListenerBase::model() const
     return mEntryP ? mEntryP->model : nullptr;
 }
 
+Mv_ModelBase* Mv_ListenerBase::directModel() const
+{
+    // The conditions under which SendMessageToModel hands the message on unchanged.
+    return mConnected && mIndexMode == kNoIndex && mEntryP ? mEntryP->model : nullptr;
+}
+
 void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int depth)
 {
     QString entryName = name;

@@ -79,6 +79,10 @@ public:
 
     // The model attached to, or null.
     Mv_ModelBase* model() const;
+    // The model that a request sent now would reach as it is (connected, and
+    // not through an element index), or null. Typed helpers read and write
+    // a plain value model through it without a message (Mve_SimpleValue).
+    Mv_ModelBase* directModel() const;
     // For element listeners: the element index now addressed; false when
     // the listener addresses no element or the index model is absent.
     bool currentIndex(long* index) const;

@@ -74,6 +74,8 @@ public:
     // Mv_MessageDispatcher) instead of subclassing.
     void setReceiveMessageCB(const ReceiveMessageCB& callback)
     {
+        // An owner that answers requests must see them: no more direct access.
+        mPlainKind = 0;
         if (mReceiveCBP)
             *mReceiveCBP = callback;
         else if (!callback.empty())
@@ -81,7 +83,16 @@ public:
     }
     bool hasReceiveMessageCB() const { return mReceiveCBP && !mReceiveCBP->empty(); }
 
+    // Nonzero while listeners may use the model directly instead of sending
+    // it messages: the model is of a stock class that answers every request
+    // the stock way, and the number says which (below 16 a value model, the
+    // Mv_VariantImpl::Scalar of its value, see Mve_SimpleValue; from 16 an
+    // action, see Mve_Action).
+    quint8 plainKind() const { return mPlainKind; }
+
 protected:
+    void setPlainKind(quint8 kind) { mPlainKind = kind; }
+
     bool callReceiveMessageCB(const Mv_MessageInterface& message)
     {
         return hasReceiveMessageCB() && (*mReceiveCBP)(message);
@@ -99,6 +110,8 @@ private:
     // the callback itself would take 32.
     std::unique_ptr<ReceiveMessageCB> mReceiveCBP;
     Guard* mGuardsP;
+    // Last, so that a subclass's first small members fill the padding after it.
+    quint8 mPlainKind = 0;
 };
 
 // Tells whether a model outlived the calls made since the guard was made.

@@ -6,6 +6,7 @@
 #include "Mv_MessageInterface.h"
 #include "Mv_Variant.h"
 
+#include <utility>
 #include <vector>
 
 // Requests of action models.
@@ -24,6 +25,8 @@ struct KELPLATFORM_EXPORT Mvt_Action_API
         static const Mv_MessageType* messageType() { return &kType; }
         MsgAction(const ArgumentList& arguments, Mv_Variant* result)
             : Mv_MessageInterface(&kType), mArguments(arguments), mResultP(result) {}
+        MsgAction(ArgumentList&& arguments, Mv_Variant* result)
+            : Mv_MessageInterface(&kType), mArguments(std::move(arguments)), mResultP(result) {}
         bool isModifying() const override { return true; }
         const ArgumentList& arguments() const { return mArguments; }
         Mv_Variant* result() const { return mResultP; }

@@ -130,6 +130,88 @@ TEST_F(ScriptEval, LongAssignmentChainRunsWithoutRecursion)
     EXPECT_EQ(5, a.getValue());
 }
 
+// Stock models are read, written and called without messages; a model that
+// answers requests itself must still get them, and the script must see the
+// same outcomes either way.
+TEST_F(ScriptEval, ModelsAnsweringThemselvesStillGetTheScriptsMessages)
+{
+    struct Tripling : Mve_SimpleValue<long>
+    {
+        using Mve_SimpleValue<long>::Mve_SimpleValue;
+        bool handleGet(long& value) override
+        {
+            value = 3 * getValue();
+            return true;
+        }
+        int handleSet(const long& value) override
+        {
+            ++sets;
+            return Mve_SimpleValue<long>::handleSet(value);
+        }
+        int sets = 0;
+    };
+    struct Vetoed : Mve_Action<void()>
+    {
+        using Mve_Action<void()>::Mve_Action;
+        bool handleIsEnabled() override { return false; }
+    };
+    int plays = 0;
+    Tripling tripled(2, QStringLiteral("T"));
+    Mve_SimpleValue<long> a(0, QStringLiteral("A")), even(0, QStringLiteral("Even"));
+    even.setValidator([](const long& v) { return v % 2 == 0; });
+    Vetoed vetoed([&plays] { ++plays; }, QStringLiteral("Vetoed"));
+    Mve_Action<bool()> check([] { return true; }, QStringLiteral("Check"));
+    publishAll({&tripled, &a, &even, &vetoed, &check}, &dict);
+
+    EXPECT_TRUE(run("A = T")); // the subclass's own answer
+    EXPECT_EQ(6, a.getValue());
+    EXPECT_TRUE(run("T = A"));
+    EXPECT_EQ(1, tripled.sets);
+    EXPECT_EQ(6, tripled.getValue());
+    EXPECT_FALSE(run("T = \"six\"")); // does not convert: refused before the model's set
+    EXPECT_EQ(1, tripled.sets);
+
+    EXPECT_TRUE(run("Even = T")); // T holds 6 and answers 18, which the validator takes
+    EXPECT_EQ(18, even.getValue());
+    tripled.setValue(1);
+    EXPECT_FALSE(run("Even = T; A = T")); // 3 is refused, and the block stops
+    EXPECT_EQ(18, even.getValue());
+    EXPECT_EQ(6, a.getValue());
+
+    // Between plain models the value passes as it is, or converted when the types differ.
+    Mve_SimpleValue<QString> text(QStringLiteral("12"), QStringLiteral("Text"));
+    Mve_SimpleValue<double> real(0.5, QStringLiteral("Real"));
+    publishAll({&text, &real}, &dict);
+    EXPECT_TRUE(run("A = Text; Real = A; A = A"));
+    EXPECT_EQ(12, a.getValue());
+    EXPECT_EQ(12.0, real.getValue());
+    EXPECT_TRUE(run("Text = Real"));
+    EXPECT_EQ(QStringLiteral("12"), text.getValue());
+    real.setValue(2.5);
+    EXPECT_FALSE(run("A = Real")); // not integral
+    EXPECT_FALSE(run("Even = A; A = Real"));
+    EXPECT_EQ(12, even.getValue());
+
+    auto call = load("Vetoed()");
+    EXPECT_FALSE(call->isConnected());
+    EXPECT_FALSE(call->Evaluate(nullptr));
+    EXPECT_EQ(0, plays);
+    Mv_Variant result;
+    EXPECT_TRUE(load("Check()")->Evaluate(&result));
+    EXPECT_TRUE(result.holds<bool>() && result.value<bool>());
+    check.setEnabled(false);
+    EXPECT_FALSE(load("Check()")->isConnected());
+    EXPECT_FALSE(load("Check()")->Evaluate(&result));
+
+    // An owner's callback takes the action off the direct path; the stock
+    // class still answers the call.
+    check.setEnabled(true);
+    check.setReceiveMessageCB([](const Mv_MessageInterface&) { return false; });
+    EXPECT_EQ(0, check.plainKind());
+    EXPECT_TRUE(load("Check()")->Evaluate(&result));
+    EXPECT_EQ(0, vetoed.plainKind());
+}
+
 TEST_F(ScriptEval, CallsPassTheArgumentsValue)
 {
     int plays = 0;
