@@ -87,13 +87,15 @@ Mv_ModelBase* Mv_ListenerBase::model() const
 
 void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int depth)
 {
-    QString entryName = name;
+    const QString* entryName = &name;
+    QString arrayName;
     mIndexMode = kNoIndex;
     const int open = depth < kMaxIndexNesting ? openingBracketOfIndex(name) : -1;
     if (open > 0) {
         const QString index = name.mid(open + 1, name.size() - open - 2).trimmed();
         if (!index.isEmpty()) {
-            entryName = name.left(open);
+            arrayName = name.left(open);
+            entryName = &arrayName;
             bool isNumber = false;
             const long fixed = index.toLong(&isNumber, 10);
             if (isNumber) {
@@ -109,7 +111,7 @@ void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int
         }
     }
     // A dictionary being destroyed takes no new listeners.
-    if (Mv_DictEntry* entry = dict->acquire(entryName))
+    if (Mv_DictEntry* entry = dict->acquire(*entryName))
         Mv_ConnectionDict::link(entry, this);
     if (mElementListenerP) {
         mConnected = computeConnected();

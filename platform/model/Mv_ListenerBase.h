@@ -100,7 +100,8 @@ private:
     QString mResolvedName;
     ReceiveMessageCB mReceiveCB;
 
-    // Membership in the dictionary entry of the (array) model's name.
+    // Membership in the dictionary entry of the (array) model's name. The
+    // entry's first listener has the last one as its mPrevP.
     Mv_DictEntry* mEntryP = nullptr;
     Mv_ListenerBase* mPrevP = nullptr;
     Mv_ListenerBase* mNextP = nullptr;

@@ -48,7 +48,7 @@ public:
     // Withdraws the model; its listeners detach and wait for a new model.
     void UnPublish();
     bool isPublished() const { return mEntryP != nullptr; }
-    Mv_ConnectionDict* dictionary() const { return mDictP; }
+    Mv_ConnectionDict* dictionary() const;
 
     // The dictionary changes of Publish and UnPublish, made now and told to
     // the listeners when the announcement runs. A model made of several
@@ -92,13 +92,13 @@ private:
 
     void withdraw(Mv_Announcement& announcement);
 
+    // Every model has these, so they are kept few: the dictionary is the
+    // entry's, and guards are found from a list of their own.
     QString mName;
     Mv_DictEntry* mEntryP;
-    Mv_ConnectionDict* mDictP;
     // Few models have one: a pointer costs a published model 8 bytes where
     // the callback itself would take 32.
     std::unique_ptr<ReceiveMessageCB> mReceiveCBP;
-    Guard* mGuardsP;
 };
 
 // Tells whether a model outlived the calls made since the guard was made.
@@ -107,7 +107,8 @@ private:
 //     Guard guard(this);
 //     notifyA(); if (!guard.alive()) return;
 //     notifyB();
-// Guards are scoped (on the stack); they cost no allocation.
+// Guards are scoped (on the stack); they cost no allocation, and the model
+// nothing while none is active.
 class KELPLATFORM_EXPORT Mv_ModelBase::Guard
 {
 public:
@@ -121,7 +122,7 @@ public:
 private:
     friend class Mv_ModelBase;
     Mv_ModelBase* mModelP;
-    Guard* mOuterP;
+    Guard* mOuterP; // the active guards, of any model, innermost first
 };
 
 #endif
