@@ -21,15 +21,6 @@ quint64 nextGeneration()
 // from one thread, as the generation counter above assumes.
 Mv_DictCursor* gCursors = nullptr;
 
-// Entries whose dictionary is gone while listeners still name them or a
-// delivery still walks them. Never destroyed, as listeners may leave after
-// main() returns.
-Mv_DictOrphans& orphans()
-{
-    static Mv_DictOrphans* const table = new Mv_DictOrphans();
-    return *table;
-}
-
 void append(Mv_DictEntry::Chain& chain, Mv_ListenerBase* listener, Mv_ListenerBase* Mv_ListenerBase::*prev,
             Mv_ListenerBase* Mv_ListenerBase::*next)
 {
@@ -45,7 +36,7 @@ void append(Mv_DictEntry::Chain& chain, Mv_ListenerBase* listener, Mv_ListenerBa
 } // namespace
 
 Mv_ConnectionDict::Mv_ConnectionDict()
-    : mEntriesP(new Mv_DictTable()), mModelCount(0)
+    : mEntriesP(new Mv_DictTable(this)), mModelCount(0)
 {
 }
 
@@ -56,26 +47,28 @@ Mv_ConnectionDict::~Mv_ConnectionDict()
     // publish here again) meets a consistent, empty dictionary. Entries
     // that someone still uses become orphans; the others go now.
     mDying = true;
+    Mv_DictTable* table = mEntriesP.get();
     Mv_Announcement announcement;
-    Mv_DictTable& table = *mEntriesP;
-    for (auto it = table.begin(); it != table.end();) {
+    for (auto it = table->entries.begin(); it != table->entries.end();) {
         Mv_DictEntry* entry = &it->second;
         if (Mv_ModelBase* model = entry->model) {
             model->mEntryP = nullptr;
             commitDetach(entry);
         }
-        entry->dict = nullptr;
         if (!entry->first && entry->busy == 0) {
-            it = table.erase(it);
+            it = table->entries.erase(it);
             continue;
         }
-        const auto next = std::next(it);
-        orphans().insert(table.extract(it)); // the node, and the entry in it, stay where they are
         announcement.add(entry);
-        it = next;
+        ++it;
     }
+    table->dict = nullptr;
     mModelCount = 0;
     announcement.run();
+    if (!table->entries.empty()) {
+        table->abandoned = true;
+        mEntriesP.release();
+    }
 }
 
 Mv_ConnectionDict* Mv_ConnectionDict::Singleton()
@@ -88,14 +81,18 @@ Mv_ConnectionDict* Mv_ConnectionDict::Singleton()
 
 Mv_ModelBase* Mv_ConnectionDict::lookup(const QString& name) const
 {
-    const auto it = mEntriesP->find(name);
-    return it != mEntriesP->end() ? it->second.model : nullptr;
+    if (mDying)
+        return nullptr;
+    const auto it = mEntriesP->entries.find(name);
+    return it != mEntriesP->entries.end() ? it->second.model : nullptr;
 }
 
 QStringList Mv_ConnectionDict::publishedNames() const
 {
     QStringList names;
-    for (const auto& named : *mEntriesP) {
+    if (mDying)
+        return names;
+    for (const auto& named : mEntriesP->entries) {
         if (named.second.model)
             names.append(named.first);
     }
@@ -105,19 +102,21 @@ QStringList Mv_ConnectionDict::publishedNames() const
 
 int Mv_ConnectionDict::listenerCount(const QString& name) const
 {
-    const auto it = mEntriesP->find(name);
-    return it != mEntriesP->end() ? it->second.listenerCount : 0;
+    if (mDying)
+        return 0;
+    const auto it = mEntriesP->entries.find(name);
+    return it != mEntriesP->entries.end() ? it->second.listenerCount : 0;
 }
 
 Mv_DictEntry* Mv_ConnectionDict::acquire(const QString& name)
 {
     if (mDying)
         return nullptr;
-    const auto found = mEntriesP->try_emplace(name);
+    const auto found = mEntriesP->entries.try_emplace(name);
     Mv_DictEntry* entry = &found.first->second;
     if (found.second) {
         entry->name = &found.first->first;
-        entry->dict = this;
+        entry->table = mEntriesP.get();
     }
     return entry;
 }
@@ -141,27 +140,18 @@ void Mv_ConnectionDict::commitDetach(Mv_DictEntry* entry)
 {
     entry->model = nullptr;
     entry->generation = nextGeneration();
-    if (entry->dict)
-        --entry->dict->mModelCount;
+    if (Mv_ConnectionDict* dict = entry->dict())
+        --dict->mModelCount;
 }
 
 void Mv_ConnectionDict::releaseIfUnused(Mv_DictEntry* entry)
 {
     if (entry->model || entry->first || entry->busy > 0)
         return;
-    if (entry->dict) {
-        Mv_DictTable& table = *entry->dict->mEntriesP;
-        table.erase(table.find(*entry->name));
-        return;
-    }
-    Mv_DictOrphans& orphaned = orphans();
-    const auto range = orphaned.equal_range(*entry->name);
-    for (auto it = range.first; it != range.second; ++it) {
-        if (&it->second == entry) {
-            orphaned.erase(it);
-            return;
-        }
-    }
+    Mv_DictTable* table = entry->table;
+    table->entries.erase(table->entries.find(*entry->name));
+    if (table->abandoned && table->entries.empty())
+        delete table;
 }
 
 void Mv_ConnectionDict::link(Mv_DictEntry* entry, Mv_ListenerBase* listener)

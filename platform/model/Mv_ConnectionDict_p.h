@@ -6,25 +6,31 @@
 #include <QHash>
 #include <QString>
 #include <QtGlobal>
+#include <algorithm>
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
+#include <new>
 #include <unordered_map>
+#include <vector>
 
 class Mv_ConnectionDict;
 class Mv_ListenerBase;
 class Mv_ModelBase;
+struct Mv_DictTable;
 
 // One name of a dictionary: the model published under it (if any) and an
 // intrusive list of the listeners that use the name. Deliveries walk the
 // list with a cursor that unlinking keeps valid, so a listener or model may
 // be destroyed while a notification is on its way. An entry outlives its
-// dictionary while it is busy or still has listeners (an orphan, dict null):
-// a dictionary may be destroyed from inside a delivery, and listeners that
-// still name it must be able to leave.
+// dictionary while it is busy or still has listeners (an orphan, dict()
+// null): a dictionary may be destroyed from inside a delivery, and
+// listeners that still name it must be able to leave.
 //
-// Entries live in the nodes of their dictionary's table (one allocation per
-// name, and nodes never move); an orphan's node moves to a process-wide
-// table of orphans until it is released.
+// Entries live in the nodes of their dictionary's table (nodes never move),
+// which takes them from a pool of its own; a table left with orphans
+// outlives its dictionary until the last of them goes.
 //
 // Besides that list, every listener is in one chain: the listeners of the
 // whole model, or the element listeners of one current index (a listener
@@ -47,8 +53,10 @@ struct Mv_DictEntry
         std::map<long, Chain> byIndex;    // element listeners by current index
     };
 
+    inline Mv_ConnectionDict* dict() const; // null once the dictionary is gone
+
     const QString* name = nullptr; // the key of the entry's node
-    Mv_ConnectionDict* dict = nullptr; // null once the dictionary is gone
+    Mv_DictTable* table = nullptr;
     Mv_ModelBase* model = nullptr;
     // The list: the first listener's mPrevP is the last one, whose mNextP
     // is null.
@@ -72,10 +80,133 @@ struct Mv_DictNameHash
     size_t operator()(const QString& name) const { return size_t(qHash(name, 0x9e3779b9U)); }
 };
 
-struct Mv_DictTable : std::unordered_map<QString, Mv_DictEntry, Mv_DictNameHash>
+// The nodes of one table: blocks of one size carved from chunks and
+// recycled through a free list, about ten instructions where the general
+// allocator takes one to two hundred on a heap that has seen many names
+// come and go, and without the allocator's header in front of every node.
+// (The standard library's pool resource spends as much as the heap, and
+// rounds chunks up generously.) Freed blocks stay with the table until it
+// goes, which a table's nodes cannot outlive.
+class Mv_DictNodePool
 {
+public:
+    Mv_DictNodePool() = default;
+    ~Mv_DictNodePool()
+    {
+        for (void* chunk : mChunks)
+            ::operator delete(chunk);
+    }
+    Mv_DictNodePool(const Mv_DictNodePool&) = delete;
+    Mv_DictNodePool& operator=(const Mv_DictNodePool&) = delete;
+
+    // Whether blocks of size come from here: the size of the first single
+    // object asked for (the table's node), and only that one.
+    bool serves(size_t size)
+    {
+        if (mBlockSize == 0 && size >= sizeof(FreeBlock))
+            mBlockSize = size;
+        return size == mBlockSize;
+    }
+    void* allocate()
+    {
+        if (FreeBlock* block = mFree) {
+            mFree = block->next;
+            return block;
+        }
+        if (mLeft == 0)
+            grow();
+        void* block = mNext;
+        mNext += mBlockSize;
+        --mLeft;
+        return block;
+    }
+    void deallocate(void* block)
+    {
+        mFree = new (block) FreeBlock{mFree};
+    }
+
+private:
+    struct FreeBlock
+    {
+        FreeBlock* next;
+    };
+
+    void grow()
+    {
+        // Small tables stay small; large ones take 256 nodes at a time.
+        const size_t blocks = mChunks.size() < 5 ? size_t(8) << mChunks.size() : 256;
+        mChunks.reserve(mChunks.size() + 1);
+        mNext = static_cast<char*>(::operator new(blocks * mBlockSize));
+        mChunks.push_back(mNext);
+        mLeft = blocks;
+    }
+
+    FreeBlock* mFree = nullptr;
+    char* mNext = nullptr;
+    size_t mLeft = 0;
+    size_t mBlockSize = 0;
+    std::vector<void*> mChunks;
 };
-typedef std::unordered_multimap<QString, Mv_DictEntry, Mv_DictNameHash> Mv_DictOrphans;
+
+template <class T>
+struct Mv_DictAllocator
+{
+    typedef T value_type;
+
+    explicit Mv_DictAllocator(Mv_DictNodePool* p) : pool(p) {}
+    template <class U>
+    Mv_DictAllocator(const Mv_DictAllocator<U>& other) : pool(other.pool)
+    {
+    }
+
+    T* allocate(size_t n)
+    {
+        static_assert(alignof(T) <= alignof(std::max_align_t), "pool blocks have the heap's alignment");
+        if (n == 1 && pool->serves(sizeof(T)))
+            return static_cast<T*>(pool->allocate());
+        return static_cast<T*>(::operator new(n * sizeof(T)));
+    }
+    void deallocate(T* p, size_t n)
+    {
+        if (n == 1 && pool->serves(sizeof(T)))
+            pool->deallocate(p);
+        else
+            ::operator delete(p);
+    }
+
+    Mv_DictNodePool* pool;
+};
+
+template <class T, class U>
+bool operator==(const Mv_DictAllocator<T>& a, const Mv_DictAllocator<U>& b)
+{
+    return a.pool == b.pool;
+}
+template <class T, class U>
+bool operator!=(const Mv_DictAllocator<T>& a, const Mv_DictAllocator<U>& b)
+{
+    return a.pool != b.pool;
+}
+
+// A dictionary's entries by name, their nodes from the table's own pool.
+struct Mv_DictTable
+{
+    typedef std::unordered_map<QString, Mv_DictEntry, Mv_DictNameHash, std::equal_to<QString>,
+                               Mv_DictAllocator<std::pair<const QString, Mv_DictEntry>>>
+        Entries;
+
+    explicit Mv_DictTable(Mv_ConnectionDict* d) : dict(d), entries(Entries::allocator_type(&pool)) {}
+
+    Mv_ConnectionDict* dict;  // null once the dictionary is being destroyed
+    bool abandoned = false;   // the dictionary is gone: the last orphan frees the table
+    Mv_DictNodePool pool;
+    Entries entries;
+};
+
+Mv_ConnectionDict* Mv_DictEntry::dict() const
+{
+    return table->dict;
+}
 
 // A delivery in progress over one entry's list (or one of its chains).
 // Active cursors form one stack, innermost first: unlinking a listener moves

@@ -86,7 +86,7 @@ QVector<Mv_Diagnostics::ModelInfo> Mv_Diagnostics::models(const Mv_ConnectionDic
 {
     dict = orSingleton(dict);
     QVector<ModelInfo> result;
-    for (const auto& named : *dict->mEntriesP) {
+    for (const auto& named : dict->mEntriesP->entries) {
         const Mv_DictEntry* entry = &named.second;
         if (!entry->model)
             continue;
@@ -105,7 +105,9 @@ QVector<Mv_Diagnostics::ListenerInfo> Mv_Diagnostics::listeners(const Mv_Connect
 {
     dict = orSingleton(dict);
     QVector<ListenerInfo> result;
-    for (const auto& named : *dict->mEntriesP) {
+    if (dict->mDying) // what is left are orphans
+        return result;
+    for (const auto& named : dict->mEntriesP->entries) {
         for (const Mv_ListenerBase* l = named.second.first; l; l = l->mNextP) {
             if (!l->mElementListenerP) // index followers belong to their element listener
                 result.append(describe(*l));
@@ -121,7 +123,9 @@ QStringList Mv_Diagnostics::waitingNames(const Mv_ConnectionDict* dict)
 {
     dict = orSingleton(dict);
     QStringList names;
-    for (const auto& named : *dict->mEntriesP) {
+    if (dict->mDying)
+        return names;
+    for (const auto& named : dict->mEntriesP->entries) {
         if (!named.second.model && named.second.listenerCount > 0)
             names.append(named.first);
     }
@@ -138,7 +142,7 @@ QStringList Mv_Diagnostics::suggestions(const QString& name, const Mv_Connection
     // A slip of the keyboard: one edit in six characters, one to three.
     const int limit = std::max(1, std::min(3, int(base.size()) / 6));
     std::vector<std::pair<int, QString>> near;
-    for (const auto& named : *dict->mEntriesP) {
+    for (const auto& named : dict->mEntriesP->entries) {
         const QString& key = named.first;
         if (!named.second.model || std::abs(key.size() - base.size()) > limit || key == base)
             continue;

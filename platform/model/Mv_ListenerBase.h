@@ -50,7 +50,7 @@ public:
     Mv_ListenerBase& operator=(const Mv_ListenerBase&) = delete;
 
     // Stores the specification; it takes effect at the next connect().
-    void SetConnectionName(const QString& name) { mConnectionName = name; }
+    void SetConnectionName(const QString& name);
     QString GetConnectionName() const { return mConnectionName; }
     // The name after variable expansion at the last connect().
     QString GetResolvedName() const { return mResolvedName; }
@@ -124,6 +124,9 @@ private:
     bool mConnected = false;
     quint64 mSeenStamp = 0;
     bool mConnecting = false;
+    // The specification is its own resolved name: no variable to expand, no
+    // blank to trim (found once per specification, not at every connect).
+    bool mLiteralName = false;
 };
 
 #endif

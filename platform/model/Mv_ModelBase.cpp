@@ -71,7 +71,7 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
         return false;
     }
     if (mEntryP) {
-        if (mEntryP->dict == dict && *mEntryP->name == mName)
+        if (mEntryP->dict() == dict && *mEntryP->name == mName)
             return true;
         withdraw(announcement);
     }
@@ -105,7 +105,7 @@ void Mv_ModelBase::withdraw(Mv_Announcement& announcement)
 
 Mv_ConnectionDict* Mv_ModelBase::dictionary() const
 {
-    return mEntryP ? mEntryP->dict : nullptr;
+    return mEntryP ? mEntryP->dict() : nullptr;
 }
 
 int Mv_ModelBase::listenerCount() const
