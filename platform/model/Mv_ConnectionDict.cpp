@@ -289,20 +289,29 @@ template <class Visit>
 bool Mv_ConnectionDict::walk(Mv_DictEntry* entry, Mv_ListenerBase* start, bool inChain, Visit&& visit,
                              const quint64* stopUnlessGeneration)
 {
-    Mv_DictCursor cursor{start, gCursors, inChain};
-    gCursors = &cursor;
-    ++entry->busy;
+    // The cursor leaves the stack however the walk ends: a callback that
+    // throws must not leave later unlinks a cursor on a dead stack frame.
+    struct Scope
+    {
+        Mv_DictCursor cursor;
+        Scope(Mv_ListenerBase* first, bool chain) : cursor{first, gCursors, chain} { gCursors = &cursor; }
+        ~Scope() { gCursors = cursor.outer; }
+    };
     bool completed = true;
-    while (cursor.next) {
-        Mv_ListenerBase* listener = cursor.next;
-        cursor.next = inChain ? listener->mChainNextP : listener->mNextP;
-        visit(listener);
-        if (stopUnlessGeneration && entry->generation != *stopUnlessGeneration) {
-            completed = false;
-            break;
+    ++entry->busy;
+    {
+        Scope scope(start, inChain);
+        Mv_DictCursor& cursor = scope.cursor;
+        while (cursor.next) {
+            Mv_ListenerBase* listener = cursor.next;
+            cursor.next = inChain ? listener->mChainNextP : listener->mNextP;
+            visit(listener);
+            if (stopUnlessGeneration && entry->generation != *stopUnlessGeneration) {
+                completed = false;
+                break;
+            }
         }
     }
-    gCursors = cursor.outer;
     --entry->busy;
     releaseIfUnused(entry);
     return completed;

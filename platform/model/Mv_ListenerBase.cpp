@@ -63,7 +63,7 @@ void Mv_ListenerBase::SetConnectionName(const QString& name)
     mLiteralName = isLiteralName(name);
 }
 
-bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
+bool Mv_ListenerBase::connect(const Mv_ConnectionEnvironment::ConstPtr& environment)
 {
     mConnecting = true;
     detach();

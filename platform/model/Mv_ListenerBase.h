@@ -61,7 +61,7 @@ public:
     // yet the listener still waits for it and attaches later. Afterwards the
     // owner always receives one Mvt_Root_Notifications::MsgConnectedChanged
     // telling the outcome. An empty specification leaves it unconnected.
-    bool connect(Mv_ConnectionEnvironment::ConstPtr environment);
+    bool connect(const Mv_ConnectionEnvironment::ConstPtr& environment);
 
     // Leaves the model and forgets the specification.
     void ClearConnection();
