@@ -85,7 +85,7 @@ QString Mv_ConnectionEnvironment::replaceVariableNames(const QString& text) cons
     // QString::indexOf's call and dispatch on names of a few dozen characters.
     const QChar* begin = text.constData();
     const QChar* end = begin + text.size();
-    const QChar* found = std::find(begin, end, QLatin1Char('$'));
+    const QChar* found = std::find(begin, end, QChar(QLatin1Char('$')));
     if (found == end)
         return text;
     const int dollar = int(found - begin);

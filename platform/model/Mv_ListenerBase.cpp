@@ -40,7 +40,7 @@ bool isLiteralName(const QString& name)
         return false;
     const QChar* begin = name.constData();
     const QChar* end = begin + name.size();
-    return std::find(begin, end, QLatin1Char('$')) == end;
+    return std::find(begin, end, QChar(QLatin1Char('$'))) == end;
 }
 
 } // namespace

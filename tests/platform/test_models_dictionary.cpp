@@ -8,6 +8,7 @@
 #include "Mve_Array.h"
 #include "Mve_SimpleValue.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <random>
