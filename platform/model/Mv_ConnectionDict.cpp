@@ -50,13 +50,14 @@ Mv_ConnectionDict::~Mv_ConnectionDict()
     Mv_DictTable* table = mEntriesP.get();
     Mv_Announcement announcement;
     for (auto it = table->entries.begin(); it != table->entries.end();) {
-        Mv_DictEntry* entry = &it->second;
+        Mv_DictEntry* entry = it.value();
         if (Mv_ModelBase* model = entry->model) {
             model->mEntryP = nullptr;
             commitDetach(entry);
         }
         if (!entry->first && entry->busy == 0) {
             it = table->entries.erase(it);
+            table->destroy(entry);
             continue;
         }
         announcement.add(entry);
@@ -65,7 +66,7 @@ Mv_ConnectionDict::~Mv_ConnectionDict()
     table->dict = nullptr;
     mModelCount = 0;
     announcement.run();
-    if (!table->entries.empty()) {
+    if (!table->entries.isEmpty()) {
         table->abandoned = true;
         mEntriesP.release();
     }
@@ -83,8 +84,8 @@ Mv_ModelBase* Mv_ConnectionDict::lookup(const QString& name) const
 {
     if (mDying)
         return nullptr;
-    const auto it = mEntriesP->entries.find(name);
-    return it != mEntriesP->entries.end() ? it->second.model : nullptr;
+    const Mv_DictEntry* entry = mEntriesP->entries.value(name, nullptr);
+    return entry ? entry->model : nullptr;
 }
 
 QStringList Mv_ConnectionDict::publishedNames() const
@@ -92,9 +93,9 @@ QStringList Mv_ConnectionDict::publishedNames() const
     QStringList names;
     if (mDying)
         return names;
-    for (const auto& named : mEntriesP->entries) {
-        if (named.second.model)
-            names.append(named.first);
+    for (auto it = mEntriesP->entries.constBegin(); it != mEntriesP->entries.constEnd(); ++it) {
+        if (it.value()->model)
+            names.append(it.key());
     }
     names.sort();
     return names;
@@ -104,21 +105,18 @@ int Mv_ConnectionDict::listenerCount(const QString& name) const
 {
     if (mDying)
         return 0;
-    const auto it = mEntriesP->entries.find(name);
-    return it != mEntriesP->entries.end() ? it->second.listenerCount : 0;
+    const Mv_DictEntry* entry = mEntriesP->entries.value(name, nullptr);
+    return entry ? entry->listenerCount : 0;
 }
 
 Mv_DictEntry* Mv_ConnectionDict::acquire(const QString& name)
 {
     if (mDying)
         return nullptr;
-    const auto found = mEntriesP->entries.try_emplace(name);
-    Mv_DictEntry* entry = &found.first->second;
-    if (found.second) {
-        entry->name = &found.first->first;
-        entry->table = mEntriesP.get();
-    }
-    return entry;
+    Mv_DictEntry*& slot = mEntriesP->entries[name];
+    if (!slot)
+        slot = mEntriesP->make(name);
+    return slot;
 }
 
 Mv_DictEntry* Mv_ConnectionDict::commitAttach(const QString& name, Mv_ModelBase* model)
@@ -149,8 +147,9 @@ void Mv_ConnectionDict::releaseIfUnused(Mv_DictEntry* entry)
     if (entry->model || entry->first || entry->busy > 0)
         return;
     Mv_DictTable* table = entry->table;
-    table->entries.erase(table->entries.find(*entry->name));
-    if (table->abandoned && table->entries.empty())
+    table->entries.remove(entry->name);
+    table->destroy(entry);
+    if (table->abandoned && table->entries.isEmpty())
         delete table;
 }
 

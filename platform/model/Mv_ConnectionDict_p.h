@@ -8,11 +8,9 @@
 #include <QtGlobal>
 #include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <map>
 #include <memory>
 #include <new>
-#include <unordered_map>
 #include <vector>
 
 class Mv_ConnectionDict;
@@ -28,9 +26,8 @@ struct Mv_DictTable;
 // null): a dictionary may be destroyed from inside a delivery, and
 // listeners that still name it must be able to leave.
 //
-// Entries live in the nodes of their dictionary's table (nodes never move),
-// which takes them from a pool of its own; a table left with orphans
-// outlives its dictionary until the last of them goes.
+// Entries come from a pool of their dictionary's table; a table left with
+// orphans outlives its dictionary until the last of them goes.
 //
 // Besides that list, every listener is in one chain: the listeners of the
 // whole model, or the element listeners of one current index (a listener
@@ -55,8 +52,10 @@ struct Mv_DictEntry
 
     inline Mv_ConnectionDict* dict() const; // null once the dictionary is gone
 
-    const QString* name = nullptr; // the key of the entry's node
-    Mv_DictTable* table = nullptr;
+    Mv_DictEntry(Mv_DictTable* t, const QString& n) : table(t), name(n) {}
+
+    Mv_DictTable* table;
+    QString name; // shares its text with the table's key
     Mv_ModelBase* model = nullptr;
     // The list: the first listener's mPrevP is the last one, whose mNextP
     // is null.
@@ -70,23 +69,13 @@ struct Mv_DictEntry
     int busy = 0; // walks and announcements holding the entry
 };
 
-// Hashes names for the tables of entries. Deliberately not noexcept: the
-// standard library then keeps each node's hash beside it, so that lookups
-// and growth do not hash other names again. With a seed of 0 Qt 5 hashes
-// one character at a time instead of using the processor's CRC32
-// instruction (three times the instructions on typical names).
-struct Mv_DictNameHash
-{
-    size_t operator()(const QString& name) const { return size_t(qHash(name, 0x9e3779b9U)); }
-};
-
-// The nodes of one table: blocks of one size carved from chunks and
+// The entries of one table: blocks of one size carved from chunks and
 // recycled through a free list, about ten instructions where the general
 // allocator takes one to two hundred on a heap that has seen many names
-// come and go, and without the allocator's header in front of every node.
+// come and go, and without the allocator's header in front of every entry.
 // (The standard library's pool resource spends as much as the heap, and
 // rounds chunks up generously.) Freed blocks stay with the table until it
-// goes, which a table's nodes cannot outlive.
+// goes, which a table's entries cannot outlive.
 class Mv_DictNodePool
 {
 public:
@@ -99,8 +88,8 @@ public:
     Mv_DictNodePool(const Mv_DictNodePool&) = delete;
     Mv_DictNodePool& operator=(const Mv_DictNodePool&) = delete;
 
-    // Whether blocks of size come from here: the size of the first single
-    // object asked for (the table's node), and only that one.
+    // Whether blocks of size come from here: the size first asked for, and
+    // only that one.
     bool serves(size_t size)
     {
         if (mBlockSize == 0 && size >= sizeof(FreeBlock))
@@ -133,7 +122,7 @@ private:
 
     void grow()
     {
-        // Small tables stay small; large ones take 256 nodes at a time.
+        // Small tables stay small; large ones take 256 entries at a time.
         const size_t blocks = mChunks.size() < 5 ? size_t(8) << mChunks.size() : 256;
         mChunks.reserve(mChunks.size() + 1);
         mNext = static_cast<char*>(::operator new(blocks * mBlockSize));
@@ -148,59 +137,37 @@ private:
     std::vector<void*> mChunks;
 };
 
-template <class T>
-struct Mv_DictAllocator
-{
-    typedef T value_type;
 
-    explicit Mv_DictAllocator(Mv_DictNodePool* p) : pool(p) {}
-    template <class U>
-    Mv_DictAllocator(const Mv_DictAllocator<U>& other) : pool(other.pool)
-    {
-    }
-
-    T* allocate(size_t n)
-    {
-        static_assert(alignof(T) <= alignof(std::max_align_t), "pool blocks have the heap's alignment");
-        if (n == 1 && pool->serves(sizeof(T)))
-            return static_cast<T*>(pool->allocate());
-        return static_cast<T*>(::operator new(n * sizeof(T)));
-    }
-    void deallocate(T* p, size_t n)
-    {
-        if (n == 1 && pool->serves(sizeof(T)))
-            pool->deallocate(p);
-        else
-            ::operator delete(p);
-    }
-
-    Mv_DictNodePool* pool;
-};
-
-template <class T, class U>
-bool operator==(const Mv_DictAllocator<T>& a, const Mv_DictAllocator<U>& b)
-{
-    return a.pool == b.pool;
-}
-template <class T, class U>
-bool operator!=(const Mv_DictAllocator<T>& a, const Mv_DictAllocator<U>& b)
-{
-    return a.pool != b.pool;
-}
-
-// A dictionary's entries by name, their nodes from the table's own pool.
+// A dictionary's entries by name, the entries from the table's own pool.
+// (A table holding the entries in its nodes, such as std::unordered_map,
+// saves an allocation but reaches a name through more scattered memory,
+// which costs more once the names no longer fit in the caches.)
 struct Mv_DictTable
 {
-    typedef std::unordered_map<QString, Mv_DictEntry, Mv_DictNameHash, std::equal_to<QString>,
-                               Mv_DictAllocator<std::pair<const QString, Mv_DictEntry>>>
-        Entries;
+    explicit Mv_DictTable(Mv_ConnectionDict* d) : dict(d) {}
+    ~Mv_DictTable()
+    {
+        for (Mv_DictEntry* entry : qAsConst(entries))
+            entry->~Mv_DictEntry(); // the pool frees the memory
+    }
+    Mv_DictTable(const Mv_DictTable&) = delete;
+    Mv_DictTable& operator=(const Mv_DictTable&) = delete;
 
-    explicit Mv_DictTable(Mv_ConnectionDict* d) : dict(d), entries(Entries::allocator_type(&pool)) {}
+    Mv_DictEntry* make(const QString& name)
+    {
+        pool.serves(sizeof(Mv_DictEntry));
+        return new (pool.allocate()) Mv_DictEntry(this, name);
+    }
+    void destroy(Mv_DictEntry* entry)
+    {
+        entry->~Mv_DictEntry();
+        pool.deallocate(entry);
+    }
 
     Mv_ConnectionDict* dict;  // null once the dictionary is being destroyed
     bool abandoned = false;   // the dictionary is gone: the last orphan frees the table
     Mv_DictNodePool pool;
-    Entries entries;
+    QHash<QString, Mv_DictEntry*> entries;
 };
 
 Mv_ConnectionDict* Mv_DictEntry::dict() const

@@ -60,7 +60,7 @@ QString missingName(const Mv_ListenerBase& listener, const Mv_DictEntry* entry,
     if (connected)
         return QString();
     if (!entry || !entry->model)
-        return entry ? *entry->name : listener.GetResolvedName();
+        return entry ? entry->name : listener.GetResolvedName();
     if (indexListener)
         return Mv_Diagnostics::describe(*indexListener).missingName;
     return QString();
@@ -86,12 +86,12 @@ QVector<Mv_Diagnostics::ModelInfo> Mv_Diagnostics::models(const Mv_ConnectionDic
 {
     dict = orSingleton(dict);
     QVector<ModelInfo> result;
-    for (const auto& named : dict->mEntriesP->entries) {
-        const Mv_DictEntry* entry = &named.second;
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
+        const Mv_DictEntry* entry = it.value();
         if (!entry->model)
             continue;
         ModelInfo info;
-        info.name = named.first;
+        info.name = entry->name;
         info.kind = kindName(*entry->model);
         info.hasValue = valueText(*entry->model, &info.value);
         info.listenerCount = entry->listenerCount;
@@ -107,8 +107,8 @@ QVector<Mv_Diagnostics::ListenerInfo> Mv_Diagnostics::listeners(const Mv_Connect
     QVector<ListenerInfo> result;
     if (dict->mDying) // what is left are orphans
         return result;
-    for (const auto& named : dict->mEntriesP->entries) {
-        for (const Mv_ListenerBase* l = named.second.first; l; l = l->mNextP) {
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
+        for (const Mv_ListenerBase* l = it.value()->first; l; l = l->mNextP) {
             if (!l->mElementListenerP) // index followers belong to their element listener
                 result.append(describe(*l));
         }
@@ -125,9 +125,9 @@ QStringList Mv_Diagnostics::waitingNames(const Mv_ConnectionDict* dict)
     QStringList names;
     if (dict->mDying)
         return names;
-    for (const auto& named : dict->mEntriesP->entries) {
-        if (!named.second.model && named.second.listenerCount > 0)
-            names.append(named.first);
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
+        if (!it.value()->model && it.value()->listenerCount > 0)
+            names.append(it.key());
     }
     names.sort();
     return names;
@@ -142,13 +142,12 @@ QStringList Mv_Diagnostics::suggestions(const QString& name, const Mv_Connection
     // A slip of the keyboard: one edit in six characters, one to three.
     const int limit = std::max(1, std::min(3, int(base.size()) / 6));
     std::vector<std::pair<int, QString>> near;
-    for (const auto& named : dict->mEntriesP->entries) {
-        const QString& key = named.first;
-        if (!named.second.model || std::abs(key.size() - base.size()) > limit || key == base)
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
+        if (!it.value()->model || std::abs(it.key().size() - base.size()) > limit || it.key() == base)
             continue;
-        const int d = distance(base, key);
+        const int d = distance(base, it.key());
         if (d <= limit)
-            near.emplace_back(d, key);
+            near.emplace_back(d, it.key());
     }
     std::sort(near.begin(), near.end());
     // Only the best and those one edit behind them: a list of everything

@@ -71,7 +71,7 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
         return false;
     }
     if (mEntryP) {
-        if (mEntryP->dict() == dict && *mEntryP->name == mName)
+        if (mEntryP->dict() == dict && mEntryP->name == mName)
             return true;
         withdraw(announcement);
     }
