@@ -17,10 +17,26 @@ quint64 nextGeneration()
     return ++generation;
 }
 
+// The deliveries in progress, innermost first. The model library is used
+// from one thread, as the generation counter above assumes.
+Mv_DictCursor* gCursors = nullptr;
+
+void append(Mv_DictEntry::Chain& chain, Mv_ListenerBase* listener, Mv_ListenerBase* Mv_ListenerBase::*prev,
+            Mv_ListenerBase* Mv_ListenerBase::*next)
+{
+    listener->*prev = chain.last;
+    listener->*next = nullptr;
+    if (chain.last)
+        chain.last->*next = listener;
+    else
+        chain.first = listener;
+    chain.last = listener;
+}
+
 } // namespace
 
 Mv_ConnectionDict::Mv_ConnectionDict()
-    : mModelCount(0)
+    : mEntriesP(new Mv_DictTable(this)), mModelCount(0)
 {
 }
 
@@ -28,21 +44,32 @@ Mv_ConnectionDict::~Mv_ConnectionDict()
 {
     // Everything leaves first, then the listeners hear of it: whatever they
     // do from their callbacks (destroy models, this dictionary's owner,
-    // publish here again) meets a consistent, empty dictionary.
+    // publish here again) meets a consistent, empty dictionary. Entries
+    // that someone still uses become orphans; the others go now.
     mDying = true;
+    Mv_DictTable* table = mEntriesP.get();
     Mv_Announcement announcement;
-    for (Mv_DictEntry* entry : qAsConst(mEntries)) {
+    for (auto it = table->entries.begin(); it != table->entries.end();) {
+        Mv_DictEntry* entry = it.value();
         if (Mv_ModelBase* model = entry->model) {
             model->mEntryP = nullptr;
-            model->mDictP = nullptr;
             commitDetach(entry);
         }
-        entry->dict = nullptr;
+        if (!entry->first && entry->busy == 0) {
+            it = table->entries.erase(it);
+            table->destroy(entry);
+            continue;
+        }
         announcement.add(entry);
+        ++it;
     }
-    mEntries.clear();
+    table->dict = nullptr;
     mModelCount = 0;
     announcement.run();
+    if (!table->entries.isEmpty()) {
+        table->abandoned = true;
+        mEntriesP.release();
+    }
 }
 
 Mv_ConnectionDict* Mv_ConnectionDict::Singleton()
@@ -55,14 +82,18 @@ Mv_ConnectionDict* Mv_ConnectionDict::Singleton()
 
 Mv_ModelBase* Mv_ConnectionDict::lookup(const QString& name) const
 {
-    const Mv_DictEntry* entry = mEntries.value(name, nullptr);
+    if (mDying)
+        return nullptr;
+    const Mv_DictEntry* entry = mEntriesP->entries.value(name, nullptr);
     return entry ? entry->model : nullptr;
 }
 
 QStringList Mv_ConnectionDict::publishedNames() const
 {
     QStringList names;
-    for (auto it = mEntries.constBegin(); it != mEntries.constEnd(); ++it) {
+    if (mDying)
+        return names;
+    for (auto it = mEntriesP->entries.constBegin(); it != mEntriesP->entries.constEnd(); ++it) {
         if (it.value()->model)
             names.append(it.key());
     }
@@ -72,7 +103,9 @@ QStringList Mv_ConnectionDict::publishedNames() const
 
 int Mv_ConnectionDict::listenerCount(const QString& name) const
 {
-    const Mv_DictEntry* entry = mEntries.value(name, nullptr);
+    if (mDying)
+        return 0;
+    const Mv_DictEntry* entry = mEntriesP->entries.value(name, nullptr);
     return entry ? entry->listenerCount : 0;
 }
 
@@ -80,9 +113,9 @@ Mv_DictEntry* Mv_ConnectionDict::acquire(const QString& name)
 {
     if (mDying)
         return nullptr;
-    Mv_DictEntry*& slot = mEntries[name];
+    Mv_DictEntry*& slot = mEntriesP->entries[name];
     if (!slot)
-        slot = new Mv_DictEntry(this, name);
+        slot = mEntriesP->make(name);
     return slot;
 }
 
@@ -105,29 +138,34 @@ void Mv_ConnectionDict::commitDetach(Mv_DictEntry* entry)
 {
     entry->model = nullptr;
     entry->generation = nextGeneration();
-    if (entry->dict)
-        --entry->dict->mModelCount;
+    if (Mv_ConnectionDict* dict = entry->dict())
+        --dict->mModelCount;
 }
 
 void Mv_ConnectionDict::releaseIfUnused(Mv_DictEntry* entry)
 {
     if (entry->model || entry->first || entry->busy > 0)
         return;
-    if (entry->dict)
-        entry->dict->mEntries.remove(entry->name);
-    delete entry;
+    Mv_DictTable* table = entry->table;
+    table->entries.remove(entry->name);
+    table->destroy(entry);
+    if (table->abandoned && table->entries.isEmpty())
+        delete table;
 }
 
 void Mv_ConnectionDict::link(Mv_DictEntry* entry, Mv_ListenerBase* listener)
 {
     listener->mEntryP = entry;
-    listener->mPrevP = entry->last;
     listener->mNextP = nullptr;
-    if (entry->last)
-        entry->last->mNextP = listener;
-    else
+    if (Mv_ListenerBase* first = entry->first) {
+        Mv_ListenerBase* last = first->mPrevP;
+        last->mNextP = listener;
+        listener->mPrevP = last;
+        first->mPrevP = listener;
+    } else {
         entry->first = listener;
-    entry->last = listener;
+        listener->mPrevP = listener;
+    }
     ++entry->listenerCount;
     chainLink(entry, listener);
 }
@@ -138,18 +176,20 @@ void Mv_ConnectionDict::unlink(Mv_ListenerBase* listener)
     if (!entry)
         return;
     chainUnlink(listener);
-    for (Mv_DictEntry::Cursor* c = entry->cursors; c; c = c->outer) {
+    // A cursor about to visit the listener is over its entry's list.
+    for (Mv_DictCursor* c = gCursors; c; c = c->outer) {
         if (!c->inChain && c->next == listener)
             c->next = listener->mNextP;
     }
-    if (listener->mPrevP)
-        listener->mPrevP->mNextP = listener->mNextP;
-    else
-        entry->first = listener->mNextP;
-    if (listener->mNextP)
-        listener->mNextP->mPrevP = listener->mPrevP;
-    else
-        entry->last = listener->mPrevP;
+    Mv_ListenerBase* next = listener->mNextP;
+    if (listener == entry->first) {
+        entry->first = next;
+        if (next)
+            next->mPrevP = listener->mPrevP;
+    } else {
+        listener->mPrevP->mNextP = next;
+        (next ? next : entry->first)->mPrevP = listener->mPrevP;
+    }
     listener->mEntryP = nullptr;
     listener->mPrevP = nullptr;
     listener->mNextP = nullptr;
@@ -157,45 +197,58 @@ void Mv_ConnectionDict::unlink(Mv_ListenerBase* listener)
     releaseIfUnused(entry);
 }
 
+void Mv_ConnectionDict::makeChains(Mv_DictEntry* entry)
+{
+    if (entry->extras)
+        return;
+    // No walk follows a chain of this entry yet: deliveries in progress
+    // follow its list.
+    entry->extras.reset(new Mv_DictEntry::Extras());
+    for (Mv_ListenerBase* l = entry->first; l; l = l->mNextP) {
+        if (l->mChain == Mv_ListenerBase::kPlainChain)
+            append(entry->extras->plain, l, &Mv_ListenerBase::mChainPrevP, &Mv_ListenerBase::mChainNextP);
+    }
+}
+
 void Mv_ConnectionDict::chainLink(Mv_DictEntry* entry, Mv_ListenerBase* listener)
 {
-    Mv_DictEntry::Chain* chain = &entry->plain;
-    listener->mChain = Mv_ListenerBase::kPlainChain;
-    if (listener->mIndexMode != Mv_ListenerBase::kNoIndex) {
+    Mv_DictEntry::Chain* chain = nullptr;
+    listener->mChain = Mv_ListenerBase::kNoChain;
+    if (listener->mIndexMode == Mv_ListenerBase::kNoIndex) {
+        listener->mChain = Mv_ListenerBase::kPlainChain;
+        if (!entry->extras)
+            return; // the list is the chain
+        chain = &entry->extras->plain;
+    } else {
+        makeChains(entry);
         long index = 0;
-        if (!listener->currentIndex(&index)) {
-            listener->mChain = Mv_ListenerBase::kNoChain;
+        if (!listener->currentIndex(&index))
             return;
-        }
-        if (!entry->byIndex)
-            entry->byIndex.reset(new std::map<long, Mv_DictEntry::Chain>());
-        chain = &(*entry->byIndex)[index];
+        chain = &entry->extras->byIndex[index];
         listener->mChainIndex = index;
         listener->mChain = Mv_ListenerBase::kIndexChain;
     }
-    listener->mChainPrevP = chain->last;
-    listener->mChainNextP = nullptr;
-    if (chain->last)
-        chain->last->mChainNextP = listener;
-    else
-        chain->first = listener;
-    chain->last = listener;
+    append(*chain, listener, &Mv_ListenerBase::mChainPrevP, &Mv_ListenerBase::mChainNextP);
 }
 
 void Mv_ConnectionDict::chainUnlink(Mv_ListenerBase* listener)
 {
     if (listener->mChain == Mv_ListenerBase::kNoChain)
         return;
-    Mv_DictEntry* entry = listener->mEntryP;
-    for (Mv_DictEntry::Cursor* c = entry->cursors; c; c = c->outer) {
+    Mv_DictEntry::Extras* extras = listener->mEntryP->extras.get();
+    if (!extras) {
+        listener->mChain = Mv_ListenerBase::kNoChain; // a plain listener of an entry whose list is its chain
+        return;
+    }
+    for (Mv_DictCursor* c = gCursors; c; c = c->outer) {
         if (c->inChain && c->next == listener)
             c->next = listener->mChainNextP;
     }
     const bool plain = listener->mChain == Mv_ListenerBase::kPlainChain;
     std::map<long, Mv_DictEntry::Chain>::iterator bucket;
     if (!plain)
-        bucket = entry->byIndex->find(listener->mChainIndex);
-    Mv_DictEntry::Chain& chain = plain ? entry->plain : bucket->second;
+        bucket = extras->byIndex.find(listener->mChainIndex);
+    Mv_DictEntry::Chain& chain = plain ? extras->plain : bucket->second;
     if (listener->mChainPrevP)
         listener->mChainPrevP->mChainNextP = listener->mChainNextP;
     else
@@ -206,7 +259,7 @@ void Mv_ConnectionDict::chainUnlink(Mv_ListenerBase* listener)
         chain.last = listener->mChainPrevP;
     // Walks look chains up by index each time, so an empty one can go.
     if (!plain && !chain.first)
-        entry->byIndex->erase(bucket);
+        extras->byIndex.erase(bucket);
     listener->mChain = Mv_ListenerBase::kNoChain;
     listener->mChainPrevP = nullptr;
     listener->mChainNextP = nullptr;
@@ -235,20 +288,29 @@ template <class Visit>
 bool Mv_ConnectionDict::walk(Mv_DictEntry* entry, Mv_ListenerBase* start, bool inChain, Visit&& visit,
                              const quint64* stopUnlessGeneration)
 {
-    Mv_DictEntry::Cursor cursor{start, entry->cursors, inChain};
-    entry->cursors = &cursor;
-    ++entry->busy;
+    // The cursor leaves the stack however the walk ends: a callback that
+    // throws must not leave later unlinks a cursor on a dead stack frame.
+    struct Scope
+    {
+        Mv_DictCursor cursor;
+        Scope(Mv_ListenerBase* first, bool chain) : cursor{first, gCursors, chain} { gCursors = &cursor; }
+        ~Scope() { gCursors = cursor.outer; }
+    };
     bool completed = true;
-    while (cursor.next) {
-        Mv_ListenerBase* listener = cursor.next;
-        cursor.next = inChain ? listener->mChainNextP : listener->mNextP;
-        visit(listener);
-        if (stopUnlessGeneration && entry->generation != *stopUnlessGeneration) {
-            completed = false;
-            break;
+    ++entry->busy;
+    {
+        Scope scope(start, inChain);
+        Mv_DictCursor& cursor = scope.cursor;
+        while (cursor.next) {
+            Mv_ListenerBase* listener = cursor.next;
+            cursor.next = inChain ? listener->mChainNextP : listener->mNextP;
+            visit(listener);
+            if (stopUnlessGeneration && entry->generation != *stopUnlessGeneration) {
+                completed = false;
+                break;
+            }
         }
     }
-    entry->cursors = cursor.outer;
     --entry->busy;
     releaseIfUnused(entry);
     return completed;
@@ -286,11 +348,23 @@ bool Mv_ConnectionDict::deliverToChains(Mv_DictEntry* entry, const Mv_MessageInt
     const auto visit = [&message](Mv_ListenerBase* l) { l->receiveFromModel(message); };
     const quint64 generation = entry->generation;
     ++entry->busy;
-    bool completed = walk(entry, entry->plain.first, true, visit, &generation);
+    bool completed;
+    if (entry->extras) {
+        completed = walk(entry, entry->extras->plain.first, true, visit, &generation);
+    } else {
+        // The list is the whole model's chain, but element listeners that
+        // arrive on the way join it too; they hear through their own chains.
+        completed = walk(entry, entry->first, false,
+                         [&visit](Mv_ListenerBase* l) {
+                             if (l->mChain == Mv_ListenerBase::kPlainChain)
+                                 visit(l);
+                         },
+                         &generation);
+    }
     // Chains come and go while listeners react, so the next one is looked
     // up afresh after each.
-    if (entry->byIndex) {
-        const auto& byIndex = *entry->byIndex; // emptied, never freed, while the entry lives
+    if (entry->extras) {
+        const auto& byIndex = entry->extras->byIndex; // emptied, never freed, while the entry lives
         for (auto it = byIndex.lower_bound(low); completed && it != byIndex.end() && it->first <= high;) {
             const long index = it->first;
             completed = walk(entry, it->second.first, true, visit, &generation);

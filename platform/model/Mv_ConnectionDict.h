@@ -6,12 +6,15 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 class Mv_Announcement;
 class Mv_ListenerBase;
 class Mv_MessageInterface;
 class Mv_ModelBase;
+struct Mv_DictCursor;
 struct Mv_DictEntry;
+struct Mv_DictTable;
 
 // The table of published models by name, and of the listeners that wait for
 // or are attached to each name. Models publish themselves here
@@ -64,6 +67,7 @@ private:
     static void link(Mv_DictEntry* entry, Mv_ListenerBase* listener);
     static void unlink(Mv_ListenerBase* listener);
     static void chainLink(Mv_DictEntry* entry, Mv_ListenerBase* listener);
+    static void makeChains(Mv_DictEntry* entry);
     static void chainUnlink(Mv_ListenerBase* listener);
     // Moves an element listener to the chain of its current index.
     static void rechain(Mv_ListenerBase* listener);
@@ -74,7 +78,7 @@ private:
     static bool walk(Mv_DictEntry* entry, Mv_ListenerBase* start, bool inChain, Visit&& visit,
                      const quint64* stopUnlessGeneration);
 
-    QHash<QString, Mv_DictEntry*> mEntries;
+    std::unique_ptr<Mv_DictTable> mEntriesP;
     int mModelCount;
     bool mDying = false;
 };

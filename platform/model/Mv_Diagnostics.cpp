@@ -86,7 +86,7 @@ QVector<Mv_Diagnostics::ModelInfo> Mv_Diagnostics::models(const Mv_ConnectionDic
 {
     dict = orSingleton(dict);
     QVector<ModelInfo> result;
-    for (auto it = dict->mEntries.constBegin(); it != dict->mEntries.constEnd(); ++it) {
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
         const Mv_DictEntry* entry = it.value();
         if (!entry->model)
             continue;
@@ -105,7 +105,9 @@ QVector<Mv_Diagnostics::ListenerInfo> Mv_Diagnostics::listeners(const Mv_Connect
 {
     dict = orSingleton(dict);
     QVector<ListenerInfo> result;
-    for (auto it = dict->mEntries.constBegin(); it != dict->mEntries.constEnd(); ++it) {
+    if (dict->mDying) // what is left are orphans
+        return result;
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
         for (const Mv_ListenerBase* l = it.value()->first; l; l = l->mNextP) {
             if (!l->mElementListenerP) // index followers belong to their element listener
                 result.append(describe(*l));
@@ -121,7 +123,9 @@ QStringList Mv_Diagnostics::waitingNames(const Mv_ConnectionDict* dict)
 {
     dict = orSingleton(dict);
     QStringList names;
-    for (auto it = dict->mEntries.constBegin(); it != dict->mEntries.constEnd(); ++it) {
+    if (dict->mDying)
+        return names;
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
         if (!it.value()->model && it.value()->listenerCount > 0)
             names.append(it.key());
     }
@@ -138,7 +142,7 @@ QStringList Mv_Diagnostics::suggestions(const QString& name, const Mv_Connection
     // A slip of the keyboard: one edit in six characters, one to three.
     const int limit = std::max(1, std::min(3, int(base.size()) / 6));
     std::vector<std::pair<int, QString>> near;
-    for (auto it = dict->mEntries.constBegin(); it != dict->mEntries.constEnd(); ++it) {
+    for (auto it = dict->mEntriesP->entries.constBegin(); it != dict->mEntriesP->entries.constEnd(); ++it) {
         if (!it.value()->model || std::abs(it.key().size() - base.size()) > limit || it.key() == base)
             continue;
         const int d = distance(base, it.key());

@@ -20,7 +20,7 @@ const int kMaxIndexNesting = 8;
 // Position of the "[" that matches the final "]" of name, or -1.
 int openingBracketOfIndex(const QString& name)
 {
-    if (!name.endsWith(QLatin1Char(']')))
+    if (name.isEmpty() || name.at(name.size() - 1) != QLatin1Char(']'))
         return -1;
     int depth = 0;
     for (int i = name.size() - 1; i >= 0; --i) {
@@ -33,10 +33,20 @@ int openingBracketOfIndex(const QString& name)
     return -1;
 }
 
+// Whether name resolves to itself in every environment.
+bool isLiteralName(const QString& name)
+{
+    if (name.isEmpty() || name.at(0).isSpace() || name.at(name.size() - 1).isSpace())
+        return false;
+    const QChar* begin = name.constData();
+    const QChar* end = begin + name.size();
+    return std::find(begin, end, QChar(QLatin1Char('$'))) == end;
+}
+
 } // namespace
 
 Mv_ListenerBase::Mv_ListenerBase(const QString& connectionName, Mv_ConnectionEnvironment::ConstPtr environment)
-    : mConnectionName(connectionName)
+    : mConnectionName(connectionName), mLiteralName(isLiteralName(connectionName))
 {
     if (!connectionName.isEmpty())
         connect(environment);
@@ -47,17 +57,27 @@ Mv_ListenerBase::~Mv_ListenerBase()
     detach();
 }
 
-bool Mv_ListenerBase::connect(Mv_ConnectionEnvironment::ConstPtr environment)
+void Mv_ListenerBase::SetConnectionName(const QString& name)
+{
+    mConnectionName = name;
+    mLiteralName = isLiteralName(name);
+}
+
+bool Mv_ListenerBase::connect(const Mv_ConnectionEnvironment::ConstPtr& environment)
 {
     mConnecting = true;
     detach();
     const Mv_ConnectionEnvironment* env = environment ? environment.get() : Mv_ConnectionEnvironment::blankEnvironment().get();
-    mResolvedName = env->replaceVariableNames(mConnectionName);
-    // Names rarely carry blanks; trimming only those saves a scan on every connect.
-    // (at(), not front(): a non-const front() would detach the shared text.)
-    const int last = mResolvedName.size() - 1;
-    if (last >= 0 && (mResolvedName.at(0).isSpace() || mResolvedName.at(last).isSpace()))
-        mResolvedName = mResolvedName.trimmed();
+    if (mLiteralName) {
+        mResolvedName = mConnectionName;
+    } else {
+        mResolvedName = env->replaceVariableNames(mConnectionName);
+        // Names rarely carry blanks; trimming only those saves a scan on every connect.
+        // (at(), not front(): a non-const front() would detach the shared text.)
+        const int last = mResolvedName.size() - 1;
+        if (last >= 0 && (mResolvedName.at(0).isSpace() || mResolvedName.at(last).isSpace()))
+            mResolvedName = mResolvedName.trimmed();
+    }
     if (!mResolvedName.isEmpty())
         attachTo(mResolvedName, env->getDictionary(), 0);
     mConnecting = false;
@@ -73,6 +93,7 @@ void Mv_ListenerBase::ClearConnection()
     const bool wasConnected = mConnected;
     detach();
     mConnectionName.clear();
+    mLiteralName = false;
     mResolvedName.clear();
     mConnected = false;
     mSeenStamp = 0;
@@ -93,13 +114,15 @@ Mv_ModelBase* Mv_ListenerBase::directModel() const
 
 void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int depth)
 {
-    QString entryName = name;
+    const QString* entryName = &name;
+    QString arrayName;
     mIndexMode = kNoIndex;
     const int open = depth < kMaxIndexNesting ? openingBracketOfIndex(name) : -1;
     if (open > 0) {
         const QString index = name.mid(open + 1, name.size() - open - 2).trimmed();
         if (!index.isEmpty()) {
-            entryName = name.left(open);
+            arrayName = name.left(open);
+            entryName = &arrayName;
             bool isNumber = false;
             const long fixed = index.toLong(&isNumber, 10);
             if (isNumber) {
@@ -115,7 +138,7 @@ void Mv_ListenerBase::attachTo(const QString& name, Mv_ConnectionDict* dict, int
         }
     }
     // A dictionary being destroyed takes no new listeners.
-    if (Mv_DictEntry* entry = dict->acquire(entryName))
+    if (Mv_DictEntry* entry = dict->acquire(*entryName))
         Mv_ConnectionDict::link(entry, this);
     if (mElementListenerP) {
         mConnected = computeConnected();

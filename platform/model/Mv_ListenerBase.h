@@ -50,7 +50,7 @@ public:
     Mv_ListenerBase& operator=(const Mv_ListenerBase&) = delete;
 
     // Stores the specification; it takes effect at the next connect().
-    void SetConnectionName(const QString& name) { mConnectionName = name; }
+    void SetConnectionName(const QString& name);
     QString GetConnectionName() const { return mConnectionName; }
     // The name after variable expansion at the last connect().
     QString GetResolvedName() const { return mResolvedName; }
@@ -61,7 +61,7 @@ public:
     // yet the listener still waits for it and attaches later. Afterwards the
     // owner always receives one Mvt_Root_Notifications::MsgConnectedChanged
     // telling the outcome. An empty specification leaves it unconnected.
-    bool connect(Mv_ConnectionEnvironment::ConstPtr environment);
+    bool connect(const Mv_ConnectionEnvironment::ConstPtr& environment);
 
     // Leaves the model and forgets the specification.
     void ClearConnection();
@@ -104,7 +104,8 @@ private:
     QString mResolvedName;
     ReceiveMessageCB mReceiveCB;
 
-    // Membership in the dictionary entry of the (array) model's name.
+    // Membership in the dictionary entry of the (array) model's name. The
+    // entry's first listener has the last one as its mPrevP.
     Mv_DictEntry* mEntryP = nullptr;
     Mv_ListenerBase* mPrevP = nullptr;
     Mv_ListenerBase* mNextP = nullptr;
@@ -127,6 +128,9 @@ private:
     bool mConnected = false;
     quint64 mSeenStamp = 0;
     bool mConnecting = false;
+    // The specification is its own resolved name: no variable to expand, no
+    // blank to trim (found once per specification, not at every connect).
+    bool mLiteralName = false;
 };
 
 #endif

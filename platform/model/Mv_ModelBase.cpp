@@ -5,15 +5,25 @@
 #include "Mv_ConnectionDict_p.h"
 #include "Mv_Logging_p.h"
 
+namespace {
+
+// Active guards, innermost first. The model library is used from one
+// thread; guards live on its stack, so they come and go in order.
+Mv_ModelBase::Guard* gGuards = nullptr;
+
+} // namespace
+
 Mv_ModelBase::Mv_ModelBase(const QString& name)
-    : mName(name), mEntryP(nullptr), mDictP(nullptr), mGuardsP(nullptr)
+    : mName(name), mEntryP(nullptr)
 {
 }
 
 Mv_ModelBase::~Mv_ModelBase()
 {
-    for (Guard* guard = mGuardsP; guard; guard = guard->mOuterP)
-        guard->mModelP = nullptr;
+    for (Guard* guard = gGuards; guard; guard = guard->mOuterP) {
+        if (guard->mModelP == this)
+            guard->mModelP = nullptr;
+    }
     // Not the virtual unpublishQuietly: a derived model has already taken
     // its parts out in its own destructor.
     Mv_Announcement announcement;
@@ -29,7 +39,7 @@ void Mv_ModelBase::SetConnectionName(const QString& name)
         mName = name;
         return;
     }
-    Mv_ConnectionDict* dict = mDictP;
+    Mv_ConnectionDict* dict = dictionary();
     Mv_Announcement announcement;
     unpublishQuietly(announcement);
     mName = name;
@@ -61,7 +71,7 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
         return false;
     }
     if (mEntryP) {
-        if (mDictP == dict && mEntryP->name == mName)
+        if (mEntryP->dict() == dict && mEntryP->name == mName)
             return true;
         withdraw(announcement);
     }
@@ -74,7 +84,6 @@ bool Mv_ModelBase::publishQuietly(Mv_ConnectionDict* dict, Mv_Announcement& anno
         return false;
     }
     mEntryP = entry;
-    mDictP = dict;
     announcement.add(entry);
     return true;
 }
@@ -90,9 +99,13 @@ void Mv_ModelBase::withdraw(Mv_Announcement& announcement)
         return;
     Mv_DictEntry* entry = mEntryP;
     mEntryP = nullptr;
-    mDictP = nullptr;
     Mv_ConnectionDict::commitDetach(entry);
     announcement.add(entry);
+}
+
+Mv_ConnectionDict* Mv_ModelBase::dictionary() const
+{
+    return mEntryP ? mEntryP->dict() : nullptr;
 }
 
 int Mv_ModelBase::listenerCount() const
@@ -112,13 +125,12 @@ bool Mv_ModelBase::ReceiveMessage(const Mv_MessageInterface& message)
 }
 
 Mv_ModelBase::Guard::Guard(Mv_ModelBase* model)
-    : mModelP(model), mOuterP(model->mGuardsP)
+    : mModelP(model), mOuterP(gGuards)
 {
-    model->mGuardsP = this;
+    gGuards = this;
 }
 
 Mv_ModelBase::Guard::~Guard()
 {
-    if (mModelP)
-        mModelP->mGuardsP = mOuterP;
+    gGuards = mOuterP;
 }

@@ -48,7 +48,7 @@ public:
     // Withdraws the model; its listeners detach and wait for a new model.
     void UnPublish();
     bool isPublished() const { return mEntryP != nullptr; }
-    Mv_ConnectionDict* dictionary() const { return mDictP; }
+    Mv_ConnectionDict* dictionary() const;
 
     // The dictionary changes of Publish and UnPublish, made now and told to
     // the listeners when the announcement runs. A model made of several
@@ -103,13 +103,13 @@ private:
 
     void withdraw(Mv_Announcement& announcement);
 
+    // Every model has these, so they are kept few: the dictionary is the
+    // entry's, and guards are found from a list of their own.
     QString mName;
     Mv_DictEntry* mEntryP;
-    Mv_ConnectionDict* mDictP;
     // Few models have one: a pointer costs a published model 8 bytes where
     // the callback itself would take 32.
     std::unique_ptr<ReceiveMessageCB> mReceiveCBP;
-    Guard* mGuardsP;
     // Last, so that a subclass's first small members fill the padding after it.
     quint8 mPlainKind = 0;
 };
@@ -120,7 +120,8 @@ private:
 //     Guard guard(this);
 //     notifyA(); if (!guard.alive()) return;
 //     notifyB();
-// Guards are scoped (on the stack); they cost no allocation.
+// Guards are scoped (on the stack); they cost no allocation, and the model
+// nothing while none is active.
 class KELPLATFORM_EXPORT Mv_ModelBase::Guard
 {
 public:
@@ -134,7 +135,7 @@ public:
 private:
     friend class Mv_ModelBase;
     Mv_ModelBase* mModelP;
-    Guard* mOuterP;
+    Guard* mOuterP; // the active guards, of any model, innermost first
 };
 
 #endif
