@@ -16,15 +16,13 @@ class KELCORE_EXPORT Kel_WhatsThis
 public:
     Kel_WhatsThis() = delete;
 
-    // Stores name as the widget's what's-this name, under which help looks
-    // the widget up; the widget itself is not touched (no property, no
-    // event), so that registering costs a constructor little. The widget's
-    // what's-this text, which Qt shows to users, is left alone. A derived
-    // class may register again; its name wins. A null widget or name does
-    // nothing. GUI thread only, like the widgets.
+    // Stores name as the widget's what's-this name (the dynamic property
+    // "kelWhatsThisName"), under which help looks the widget up. The
+    // widget's what's-this text, which Qt shows to users, is left alone. A
+    // derived class may register again; its name wins. A null widget or
+    // name does nothing.
     static void setBestWhatsThisName(QWidget* widget, const char* name);
-    // The name stored by setBestWhatsThisName; empty when none (and once
-    // the widget is destroyed).
+    // The name stored by setBestWhatsThisName; empty when none.
     static QString whatsThisName(const QWidget* widget);
 };
 

@@ -56,25 +56,3 @@ TEST(WhatsThis, TheRegisteredNameIsForHelpAndTheFormsTextForUsers)
     EXPECT_EQ(Kel_WhatsThis::whatsThisName(box), QStringLiteral("Kel_MuteBox"));
     EXPECT_TRUE(askWhatsThis(box));
 }
-
-TEST(WhatsThis, ANewWidgetNeverInheritsTheNameOfOneGoneFromTheSameAddress)
-{
-    // The allocator hands a freed widget's memory to the next widget of the
-    // same size: that one was never registered and has no name.
-    bool sameAddressSeen = false;
-    for (int i = 0; i < 300; ++i) {
-        auto* named = new QWidget;
-        Kel_WhatsThis::setBestWhatsThisName(named, "Kel_Gone");
-        ASSERT_EQ(Kel_WhatsThis::whatsThisName(named), QStringLiteral("Kel_Gone"));
-        const void* address = named;
-        delete named;
-        auto* plain = new QWidget;
-        sameAddressSeen = sameAddressSeen || address == plain;
-        EXPECT_TRUE(Kel_WhatsThis::whatsThisName(plain).isEmpty());
-        if (i % 2) // and one registered there gets its own name
-            Kel_WhatsThis::setBestWhatsThisName(plain, "Kel_New");
-        EXPECT_EQ(Kel_WhatsThis::whatsThisName(plain), i % 2 ? QStringLiteral("Kel_New") : QString());
-        delete plain;
-    }
-    EXPECT_TRUE(sameAddressSeen);
-}
